@@ -1,0 +1,54 @@
+# Shared by run.sh and test.sh: package installation and the build.
+
+VC_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+VC_BUILD="${VC_BUILD:-$VC_ROOT/build}"
+
+# The Debian packages the build, the tests and the program need.
+VC_PACKAGES=(
+  cmake ninja-build g++ pkg-config
+  libavformat-dev libavcodec-dev libavfilter-dev libavutil-dev libswscale-dev libswresample-dev
+  libtag1-dev libcurl4-openssl-dev zlib1g-dev libssl-dev libplist-dev libgumbo-dev nlohmann-json3-dev
+  qt6-base-dev libgtest-dev libcpp-httplib-dev ffmpeg python3-mutagen
+)
+
+step() { printf '==> %s\n' "$*"; }
+
+install_packages() {
+  local missing=()
+  local package
+  for package in "${VC_PACKAGES[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+  done
+  if [ ${#missing[@]} -eq 0 ]; then
+    step "Packages: all ${#VC_PACKAGES[@]} present"
+    return
+  fi
+  step "Packages: installing ${missing[*]}"
+  local sudo=()
+  [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+  export DEBIAN_FRONTEND=noninteractive
+  "${sudo[@]}" apt-get update -qq
+  "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Configures once and builds with every core; the compiler's output goes to
+# build.log and is shown only when the build fails.
+build_project() {
+  local generator=()
+  command -v ninja >/dev/null && generator=(-G Ninja)
+  mkdir -p "$VC_BUILD"
+  local log="$VC_BUILD/build.log"
+  if [ ! -f "$VC_BUILD/CMakeCache.txt" ]; then
+    step "Configure: $VC_BUILD"
+    if ! cmake -S "$VC_ROOT" -B "$VC_BUILD" "${generator[@]}" -DCMAKE_BUILD_TYPE=Release >"$log" 2>&1; then
+      tail -n 40 "$log"
+      return 1
+    fi
+  fi
+  step "Build: $(nproc) jobs (log: $log)"
+  if ! cmake --build "$VC_BUILD" --parallel "$(nproc)" >"$log" 2>&1; then
+    grep -E 'error|FAILED' "$log" | head -n 40
+    step "Build failed; the whole log is in $log"
+    return 1
+  fi
+}

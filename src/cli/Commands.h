@@ -1,0 +1,7 @@
+// The subcommands of the command line. Each takes the arguments after its
+// name and returns the process exit code.
+#pragma once
+
+#include <QStringList>
+
+int runInfoCommand(const QStringList& arguments);

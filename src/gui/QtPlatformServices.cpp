@@ -1,0 +1,64 @@
+#include "QtPlatformServices.h"
+
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QUrl>
+
+#include "CommonClass/GlobalSettings.h"
+
+namespace {
+QString nameFilter(const QStringList& extensions) {
+  QStringList patterns;
+  for (const QString& extension : extensions) patterns.append(QStringLiteral("*.") + extension);
+  return QStringLiteral("Media (%1)").arg(patterns.join(QLatin1Char(' ')));
+}
+}  // namespace
+
+void QtAlertPresenter::showMessage(const QString& message, const QString& informativeText) {
+  QMessageBox box(QMessageBox::Information, kProductName, message, QMessageBox::Ok, parent_);
+  box.setInformativeText(informativeText);
+  box.exec();
+}
+
+int QtAlertPresenter::ask(const QString& message, const QString& informativeText, const QStringList& buttons) {
+  QMessageBox box(QMessageBox::Question, kProductName, message, QMessageBox::NoButton, parent_);
+  box.setInformativeText(informativeText);
+  QList<QAbstractButton*> added;
+  for (const QString& title : buttons) added.append(box.addButton(title, QMessageBox::AcceptRole));
+  if (!added.isEmpty()) box.setDefaultButton(qobject_cast<QPushButton*>(added.first()));
+  box.exec();
+  const qsizetype chosen = added.indexOf(box.clickedButton());
+  return chosen < 0 ? static_cast<int>(buttons.size() - 1) : static_cast<int>(chosen);
+}
+
+QString QtFilePanels::savePanel(const QString& suggestedPath, const QString& message) {
+  const QString suffix = QFileInfo(suggestedPath).suffix();
+  QFileDialog dialog(nullptr, message, suggestedPath);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(suffix);
+  if (!suffix.isEmpty()) dialog.setNameFilter(nameFilter({suffix}));
+  dialog.selectFile(suggestedPath);
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QString QtFilePanels::openFolder(const QString& startFolder) {
+  return QFileDialog::getExistingDirectory(nullptr, QString(), startFolder);
+}
+
+QString QtFilePanels::openSingleFile(const QStringList& extensions) {
+  return QFileDialog::getOpenFileName(nullptr, QString(), DefInputPath, nameFilter(extensions));
+}
+
+QStringList QtFilePanels::openFiles(const QStringList& extensions) {
+  return QFileDialog::getOpenFileNames(nullptr, QString(), DefInputPath, nameFilter(extensions));
+}
+
+bool QtWorkspace::revealInFileViewer(const QString& path) {
+  const QFileInfo info(path);
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(info.isDir() ? path : info.absolutePath()));
+}
+
+bool QtWorkspace::openAddress(const QString& address) { return QDesktopServices::openUrl(QUrl(address)); }

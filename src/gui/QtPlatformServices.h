@@ -1,0 +1,32 @@
+// The platform services of the windowed program: Qt message boxes, file
+// dialogs and the desktop services.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "CommonClass/PlatformServices.h"
+
+class QtAlertPresenter : public AlertPresenter {
+ public:
+  void setParentWindow(QWidget* window) { parent_ = window; }
+  void showMessage(const QString& message, const QString& informativeText) override;
+  int ask(const QString& message, const QString& informativeText, const QStringList& buttons) override;
+
+ private:
+  QPointer<QWidget> parent_;
+};
+
+class QtFilePanels : public FilePanels {
+ public:
+  QString savePanel(const QString& suggestedPath, const QString& message) override;
+  QString openFolder(const QString& startFolder) override;
+  QString openSingleFile(const QStringList& extensions) override;
+  QStringList openFiles(const QStringList& extensions) override;
+};
+
+class QtWorkspace : public Workspace {
+ public:
+  bool revealInFileViewer(const QString& path) override;
+  bool openAddress(const QString& address) override;
+};
