@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "Action/UIAction.h"
+#include "CommonClass/GlobalSettings.h"
+#include "CommonClass/UserDefaults.h"
+#include "TestEnvironment.h"
+
+namespace {
+
+class ConfigXml : public testing::Test {
+ protected:
+  void SetUp() override { TestEnvironment::resetApplicationState(); }
+  void TearDown() override { TestEnvironment::resetApplicationState(); }
+
+  static void writeConfig(const QByteArray& xml) {
+    QFile file(UIAction::configXmlPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(xml);
+  }
+  static QByteArray readConfig() {
+    QFile file(UIAction::configXmlPath());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  static UserDefaults& defaults() { return UserDefaults::standardUserDefaults(); }
+};
+
+TEST_F(ConfigXml, AMissingFileIsRestoredAndItsDefaultsApply) {
+  ASSERT_FALSE(QFile::exists(UIAction::configXmlPath()));
+  UIAction::readInfoFromXml();
+
+  EXPECT_TRUE(QFile::exists(UIAction::configXmlPath()));
+  EXPECT_EQ(DefOutputPath, GlobalSettings::makerFolder()) << "an empty outputpath falls back";
+  EXPECT_EQ(photoOutputPath, GlobalSettings::makerFolder() + QStringLiteral("/photo"));
+  EXPECT_EQ(photoOutputFormat, QStringLiteral("jpg"));
+  EXPECT_EQ(DefInputPath, GlobalSettings::moviesFolder());
+  EXPECT_EQ(sysTmpPath, QStringLiteral("/tmp/VideoConverter"));
+  EXPECT_EQ(videoImagePath, QStringLiteral("/tmp/VideoConverter/Images"));
+  EXPECT_TRUE(QDir(videoImagePath).exists());
+  EXPECT_FALSE(isAutoUpdates);
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("appName")), QStringLiteral("Palvinor Video Converter"));
+}
+
+TEST_F(ConfigXml, ValuesSurviveASaveAndAReload) {
+  QTemporaryDir output;
+  QTemporaryDir photos;
+  ASSERT_TRUE(output.isValid() && photos.isValid());
+  UIAction::readInfoFromXml();
+
+  kProfileName = QStringLiteral("HEVC MP4");
+  DefOutputPath = output.path();
+  photoOutputPath = photos.path();
+  photoOutputFormat = QStringLiteral("png");
+  isAutoUpdates = true;
+  DefOutputPathBookMark = "bookmark";
+  ASSERT_TRUE(UIAction::saveInfoToXml());
+
+  GlobalSettings::resetToDefaults();
+  UIAction::readInfoFromXml();
+  EXPECT_EQ(kProfileName, QStringLiteral("HEVC MP4"));
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("profileName")), QStringLiteral("HEVC MP4"));
+  EXPECT_EQ(DefOutputPath, output.path());
+  EXPECT_EQ(photoOutputPath, photos.path());
+  EXPECT_EQ(photoOutputFormat, QStringLiteral("png"));
+  EXPECT_TRUE(isAutoUpdates);
+  EXPECT_EQ(DefOutputPathBookMark, QByteArray("bookmark"));
+  EXPECT_TRUE(readConfig().contains("\n        <outputpath>")) << "written back pretty-printed";
+}
+
+TEST_F(ConfigXml, AnUnusableOutputFolderFallsBackToTheDefault) {
+  QTemporaryDir folder;
+  ASSERT_TRUE(folder.isValid());
+  const QString aFile = folder.filePath(QStringLiteral("file"));
+  QFile(aFile).open(QIODevice::WriteOnly);
+  for (const QString& unusable : {folder.filePath(QStringLiteral("missing")), aFile}) {
+    writeConfig(QStringLiteral("<config><user><outputpath>%1</outputpath><photooutputpath>%1</photooutputpath>"
+                               "</user></config>")
+                    .arg(unusable)
+                    .toUtf8());
+    UIAction::readInfoFromXml();
+    EXPECT_EQ(DefOutputPath, GlobalSettings::makerFolder()) << unusable.toStdString();
+    EXPECT_EQ(photoOutputPath, GlobalSettings::makerFolder() + QStringLiteral("/photo"));
+  }
+}
+
+TEST_F(ConfigXml, WithoutAUserElementTheBuiltInValuesStay) {
+  writeConfig("<config><product><name>Named</name><buildver>9</buildver></product></config>");
+  UIAction::readInfoFromXml();
+
+  EXPECT_TRUE(DefOutputPath.isEmpty());
+  EXPECT_TRUE(kProfileName.isEmpty());
+  EXPECT_EQ(photoOutputFormat, QStringLiteral("jpg"));
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("appName")), QStringLiteral("Named"));
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("buildver")), QStringLiteral("9"));
+
+  kProfileName = QStringLiteral("ignored");
+  UIAction::saveInfoToXml();
+  EXPECT_FALSE(readConfig().contains("lastselectprofilename")) << "the writer never adds elements";
+}
+
+TEST_F(ConfigXml, ADamagedFileIsKeptAsideAndReplaced) {
+  writeConfig("<config><user><outputpath>");
+  const auto document = UIAction::readConfigXml();
+  ASSERT_TRUE(document);
+  EXPECT_FALSE(document->documentElement().firstChildElement(QStringLiteral("user")).isNull());
+  QFile damaged(UIAction::configXmlPath() + QStringLiteral(".damaged"));
+  ASSERT_TRUE(damaged.open(QIODevice::ReadOnly));
+  EXPECT_EQ(damaged.readAll(), QByteArray("<config><user><outputpath>"));
+}
+
+TEST_F(ConfigXml, TheLinkIdTakesTheVersionDigitsOnceAndIsNeverOverwritten) {
+  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")), QStringLiteral("xx-215"));
+  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("version/version"), QStringLiteral("10.0")),
+            QStringLiteral("100/100"));
+
+  UIAction::readInfoFromXml();
+  const QString stored = defaults().stringForKey(QStringLiteral("LinkID"));
+  EXPECT_FALSE(stored.isEmpty());
+  EXPECT_FALSE(stored.contains(QStringLiteral("version"))) << stored.toStdString();
+
+  defaults().setObject(QStringLiteral("kept-tag"), QStringLiteral("LinkID"));
+  UIAction::readInfoFromXml();
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("LinkID")), QStringLiteral("kept-tag"));
+
+  defaults().setObject(QString(), QStringLiteral("LinkID"));
+  UIAction::readInfoFromXml();
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("LinkID")), stored) << "an empty tag is replaced";
+}
+
+}  // namespace
