@@ -7,8 +7,9 @@ VC_BUILD="${VC_BUILD:-$VC_ROOT/build}"
 VC_PACKAGES=(
   cmake ninja-build g++ pkg-config
   libavformat-dev libavcodec-dev libavfilter-dev libavutil-dev libswscale-dev libswresample-dev
+  libfontconfig1-dev libfreetype-dev
   libtag1-dev libcurl4-openssl-dev zlib1g-dev libssl-dev libplist-dev libgumbo-dev nlohmann-json3-dev
-  qt6-base-dev libgtest-dev libcpp-httplib-dev ffmpeg python3-mutagen
+  qt6-base-dev libgtest-dev libcpp-httplib-dev ffmpeg python3-mutagen musepack-tools
 )
 
 step() { printf '==> %s\n' "$*"; }

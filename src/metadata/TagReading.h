@@ -1,0 +1,10 @@
+// Reading a file's tags into a record.
+#pragma once
+
+#include "metadataedit.h"
+
+namespace metadata {
+
+MetaDataResult readTags(const char* path, MetaDataInfo** info, const char* thumbnailPath);
+
+}  // namespace metadata
