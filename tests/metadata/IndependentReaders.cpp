@@ -102,7 +102,7 @@ std::string ffprobePicture(const std::string& path) {
 MutagenView mutagenTags(const std::string& path, const std::string& picturePath) {
   MutagenView view;
   std::string command = mutagenPython() + " -c " + shellQuoted(kMutagenDump) + " " + shellQuoted(path);
-  if (!picturePath.empty()) command += " " + shellQuoted(picturePath);
+  if (!picturePath.empty()) command.append(" ").append(shellQuoted(picturePath));
   testmedia::CommandResult result = runCommand(command);
   view.output = result.output;
   view.readable = result.exitCode == 0;
