@@ -5,3 +5,5 @@
 #include <QStringList>
 
 int runInfoCommand(const QStringList& arguments);
+int runProbeCommand(const QStringList& arguments);
+int runProfilesCommand(const QStringList& arguments);

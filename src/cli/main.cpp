@@ -21,6 +21,8 @@ struct Command {
 
 const Command kCommands[] = {
     {"info", "start up as the program does and print the product, version and folders", runInfoCommand},
+    {"probe", "FILE... [--json]: print the properties of media files as adding them reads them", runProbeCommand},
+    {"profiles", "list the output profiles of the catalogue by group", runProfilesCommand},
 };
 
 void printUsage(QTextStream& stream) {

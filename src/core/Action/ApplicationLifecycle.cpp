@@ -12,10 +12,12 @@
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/GlobalSettings.h"
+#include "CommonClass/KMVLog.h"
 #include "CommonClass/NotificationCenter.h"
 #include "CommonClass/PlatformServices.h"
 #include "CommonClass/StandardPaths.h"
 #include "CommonClass/UserDefaults.h"
+#include "Profile/KMVProfileCatalog.h"
 #include "ProjectVersion.h"
 #include "videoconverter.h"
 
@@ -55,6 +57,15 @@ bool isRunFolder(const QString& path) {
 }
 
 }  // namespace
+
+void MainWindowShell::setUpProfiles(const QString& profileFolder, const QString& /*saveFolder*/,
+                                    const QString& profileName) {
+  KMVProfileCatalog& catalog = KMVProfileCatalog::sharedCatalog();
+  for (const QString& problem : catalog.loadFolder(profileFolder)) KMVLog::Log(problem);
+  if (catalog.selectProfile(profileName)) return;
+  kProfileName = QLatin1String(ApplicationLifecycle::kDefaultProfileName);
+  catalog.selectProfile(kProfileName);
+}
 
 void ApplicationLifecycle::identifyApplication() {
   QCoreApplication::setOrganizationName(QLatin1String(GlobalSettings::kMakerFolderName));

@@ -19,9 +19,10 @@ class MainWindowShell {
   virtual void reloadSkin(const QString& /*formName*/) {}
   // Creates the update service; `checkNow` starts a background check.
   virtual void createUpdater(bool /*checkNow*/) {}
-  // Hands the profile catalogue its folders and selects `profileName`.
-  virtual void setUpProfiles(const QString& /*profileFolder*/, const QString& /*saveFolder*/,
-                             const QString& /*profileName*/) {}
+  // Loads the profile catalogue from `profileFolder` (problems go to the log)
+  // and selects `profileName`; an unknown name selects the default profile
+  // and makes it kProfileName.
+  virtual void setUpProfiles(const QString& profileFolder, const QString& saveFolder, const QString& profileName);
   // Puts the window's controls in their idle (empty list) state.
   virtual void setIdleState() {}
 

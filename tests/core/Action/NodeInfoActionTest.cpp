@@ -1,0 +1,199 @@
+#include <gtest/gtest.h>
+
+#include "Action/NodeInfoAction.h"
+#include "ValueObject/UIInfoDB.h"
+
+namespace {
+
+class NodeTrees : public testing::Test {
+ protected:
+  void SetUp() override { dropTables(); }
+  void TearDown() override { dropTables(); }
+
+  static void dropTables() {
+    UIInfoDB& db = UIInfoDB::defaultDB();
+    for (const char* name :
+         {NodeInfoAction::kMainTableName, NodeInfoAction::kMergeTableName, NodeInfoAction::kTrimTableName}) {
+      db.dropInfoTable(QLatin1String(name));
+    }
+    db.setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), false);
+  }
+
+  // A file of the main list with its length (seconds) and size (bytes).
+  static NodeInfo::Ptr addFile(const QString& name, double seconds, double bytes, int width = 320, int height = 240) {
+    NodeInfo::Ptr file = NodeInfo::create();
+    file->setType(NodeInfo::kTypeFile);
+    file->setFileType(1);
+    file->setOutputFilename(name);
+    file->mediaFileInfo().setDTotalTime(seconds);
+    file->mediaFileInfo().setITotalTime(static_cast<int32_t>(seconds));
+    file->mediaFileInfo().setSize(bytes);
+    file->mediaFileInfo().setFrameWidth(width);
+    file->mediaFileInfo().setFrameHeight(height);
+    const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+    root->addChildNode(file);
+    file->setParentNode(root);
+    return file;
+  }
+
+  static QStringList names(const NodeInfo::List& nodes) {
+    QStringList result;
+    for (const NodeInfo::Ptr& node : nodes) result.append(node->outputFilename());
+    return result;
+  }
+};
+
+TEST_F(NodeTrees, EachTreeKeepsOneRootAsEntryZeroOfItsTable) {
+  const NodeInfo::Ptr main = NodeInfoAction::getRootNode();
+  EXPECT_EQ(main->type(), NodeInfo::kTypeRoot);
+  EXPECT_EQ(main->fileType(), 0);
+  EXPECT_EQ(NodeInfoAction::getRootNode(), main);
+  ASSERT_TRUE(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMainTableName)));
+  EXPECT_EQ(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMainTableName))->first(), main);
+
+  EXPECT_NE(NodeInfoAction::getMergeRootNode(), main);
+  EXPECT_NE(NodeInfoAction::getTrimRootNode(), main);
+
+  UIInfoDB::defaultDB().getInfoTable(QLatin1String(NodeInfoAction::kMainTableName))->clear();
+  EXPECT_NE(NodeInfoAction::getRootNode(), main) << "an emptied table gets a fresh root";
+}
+
+TEST_F(NodeTrees, TheRootInUseFollowsTheMergeCheckBox) {
+  EXPECT_EQ(NodeInfoAction::rootNode(), NodeInfoAction::getRootNode());
+  UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), true);
+  EXPECT_EQ(NodeInfoAction::rootNode(), NodeInfoAction::getMergeRootNode());
+}
+
+TEST_F(NodeTrees, MergingSumsLengthsAndGivesTheSizeInKilobytes) {
+  const NodeInfo::Ptr merged = NodeInfo::create();
+  merged->setType(NodeInfo::kTypeMerged);
+  for (const auto& [seconds, bytes] : {std::pair{60.5, 2048.0}, std::pair{30.2, 1024.0}}) {
+    const NodeInfo::Ptr member = NodeInfo::create();
+    member->mediaFileInfo().setDTotalTime(seconds);
+    member->mediaFileInfo().setITotalTime(static_cast<int32_t>(seconds));
+    member->mediaFileInfo().setSize(bytes);
+    merged->addChildNode(member);
+  }
+  merged->trimSettingInfo().setStartTime(7);
+
+  NodeInfoAction::updateNodeInfo(merged);
+  EXPECT_NEAR(merged->mediaFileInfo().dTotalTime(), 90.7, 1e-9);
+  EXPECT_EQ(merged->mediaFileInfo().iTotalTime(), 90);
+  EXPECT_EQ(merged->mediaFileInfo().size(), 3.0);
+  EXPECT_EQ(merged->trimSettingInfo().startTime(), 0);
+  EXPECT_EQ(merged->trimSettingInfo().endTime(), 90);
+}
+
+TEST_F(NodeTrees, AMergedNodeStandsForItsMembersAndAnyOtherNodeForItself) {
+  const NodeInfo::Ptr file = addFile(QStringLiteral("a"), 1, 1);
+  EXPECT_EQ(NodeInfoAction::getChildNodeData(file), NodeInfo::List{file});
+
+  const NodeInfo::Ptr merged = NodeInfo::create();
+  merged->setType(NodeInfo::kTypeMerged);
+  EXPECT_TRUE(NodeInfoAction::getChildNodeData(merged).isEmpty());
+  merged->addChildNode(file);
+  merged->addChildNode(file->copy());
+  EXPECT_EQ(NodeInfoAction::getChildNodeData(merged), merged->childNode());
+  EXPECT_TRUE(NodeInfoAction::getChildNodeData(nullptr).isEmpty());
+}
+
+TEST_F(NodeTrees, TheMergeTreeJoinsCopiesOfEveryFileOfTheList) {
+  const NodeInfo::Ptr first = addFile(QStringLiteral("first"), 10.5, 4096, 640, 360);
+  first->cropSettingInfo().setRect(10, 10, 100, 100);
+  const NodeInfo::Ptr group = NodeInfo::create();
+  group->setType(NodeInfo::kTypeMerged);
+  group->setOutputFilename(QStringLiteral("Merge 1"));
+  for (const char* name : {"inner1", "inner2"}) {
+    const NodeInfo::Ptr member = NodeInfo::create();
+    member->setType(NodeInfo::kTypeMergeMember);
+    member->setOutputFilename(QLatin1String(name));
+    member->mediaFileInfo().setDTotalTime(2);
+    member->mediaFileInfo().setITotalTime(2);
+    member->mediaFileInfo().setSize(1024);
+    group->addChildNode(member);
+  }
+  NodeInfoAction::getRootNode()->addChildNode(group);
+  addFile(QStringLiteral("last"), 3, 2048);
+
+  NodeInfoAction::createMergeTableNodeInfo();
+
+  const NodeInfo::Ptr mergeRoot = NodeInfoAction::getMergeRootNode();
+  ASSERT_EQ(mergeRoot->getChildNodeCount(), 1);
+  const NodeInfo::Ptr merged = mergeRoot->getChildNodeAtIndex(0);
+  EXPECT_EQ(merged->parentNode(), mergeRoot);
+  EXPECT_EQ(merged->type(), NodeInfo::kTypeMerged);
+  EXPECT_EQ(merged->fileType(), 1);
+  EXPECT_EQ(merged->outputFilename(), QStringLiteral("Merge Video"));
+  EXPECT_EQ(merged->mediaFileInfo().fileName(), QStringLiteral("Merge Video"));
+  EXPECT_EQ(merged->mediaFileInfo().source(), QStringLiteral("Merge Video"));
+  EXPECT_EQ(merged->cropSettingInfo().w(), 640);
+  EXPECT_EQ(merged->cropSettingInfo().h(), 360);
+  EXPECT_EQ(merged->cropSettingInfo().x(), 0);
+
+  EXPECT_EQ(names(merged->childNode()), QStringList({"first", "inner1", "inner2", "last"}));
+  for (const NodeInfo::Ptr& member : merged->childNode()) EXPECT_EQ(member->type(), NodeInfo::kTypeMergeMember);
+  EXPECT_NE(merged->getChildNodeAtIndex(0), first) << "members are copies";
+  EXPECT_EQ(first->type(), NodeInfo::kTypeFile) << "the list keeps its own nodes";
+
+  EXPECT_NEAR(merged->mediaFileInfo().dTotalTime(), 17.5, 1e-9);
+  EXPECT_EQ(merged->trimSettingInfo().endTime(), 17);
+  EXPECT_EQ(merged->mediaFileInfo().size(), 8.0);
+  EXPECT_EQ(merged->videoClips(), 1);
+  EXPECT_EQ(merged->splitRow(), 1);
+  EXPECT_EQ(merged->VideoMinutes(), 0);
+}
+
+TEST_F(NodeTrees, RebuildingTheMergeTreeReplacesItAndATrimmedFirstItemBringsNoSegments) {
+  const NodeInfo::Ptr trimmed = addFile(QStringLiteral("trimmed"), 20, 0);
+  trimmed->setType(NodeInfo::kTypeTrimmed);
+  const NodeInfo::Ptr segment = NodeInfo::create();
+  segment->setOutputFilename(QStringLiteral("trimmed_segment01"));
+  trimmed->addChildNode(segment);
+  addFile(QStringLiteral("other"), 5, 0);
+
+  NodeInfoAction::createMergeTableNodeInfo();
+  NodeInfoAction::createMergeTableNodeInfo();
+
+  ASSERT_EQ(NodeInfoAction::getMergeRootNode()->getChildNodeCount(), 1);
+  const NodeInfo::Ptr merged = NodeInfoAction::getMergeRootNode()->getChildNodeAtIndex(0);
+  EXPECT_EQ(names(merged->childNode()), QStringList({"trimmed", "other"}));
+  EXPECT_EQ(names(merged->getChildNodeAtIndex(0)->childNode()), QStringList({"trimmed_segment01"}))
+      << "a member keeps its own segments";
+}
+
+TEST_F(NodeTrees, AnEmptyListBuildsNoMergeTree) {
+  NodeInfoAction::createMergeTableNodeInfo();
+  EXPECT_EQ(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
+
+  addFile(QStringLiteral("only"), 1, 1);
+  NodeInfoAction::createMergeTableNodeInfo();
+  NodeInfoAction::getRootNode()->removeAllChildNode();
+  NodeInfoAction::createMergeTableNodeInfo();
+  EXPECT_EQ(NodeInfoAction::getMergeRootNode()->getChildNodeCount(), 1) << "the previous tree stays";
+
+  NodeInfoAction::clearAllMergeNodeInfo();
+  EXPECT_EQ(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
+}
+
+TEST_F(NodeTrees, SameEffectGivesEachChildItsOwnCopy) {
+  const NodeInfo::Ptr merged = NodeInfo::create();
+  merged->setType(NodeInfo::kTypeMerged);
+  merged->addChildNode(NodeInfo::create());
+  merged->addChildNode(NodeInfo::create());
+  merged->effectSettingInfo().setRotateAngle(90);
+  merged->cropSettingInfo().setRect(4, 4, 100, 50);
+  merged->watermarkInfo().setM_watermarkType(WatermarkInfo::kTypeText);
+
+  NodeInfoAction::setSameEffect(merged);
+  merged->effectSettingInfo().setRotateAngle(180);
+  merged->getChildNodeAtIndex(1)->cropSettingInfo().setW(1);
+
+  for (const NodeInfo::Ptr& child : merged->childNode()) {
+    EXPECT_EQ(child->effectSettingInfo().rotateAngle(), 90);
+    EXPECT_EQ(child->watermarkInfo().m_watermarkType(), WatermarkInfo::kTypeText);
+  }
+  EXPECT_EQ(merged->getChildNodeAtIndex(0)->cropSettingInfo().w(), 100);
+  EXPECT_EQ(merged->cropSettingInfo().w(), 100);
+}
+
+}  // namespace

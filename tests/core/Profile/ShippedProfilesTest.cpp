@@ -1,0 +1,161 @@
+// The catalogue as shipped: every profile loads, every choice is well formed
+// and every encoder and container exists in the FFmpeg build.
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+#include <QSet>
+
+#include "CommonClass/StandardPaths.h"
+#include "Profile/KMVProfileCatalog.h"
+#include "ValueObject/ProfileSettingInfo.h"
+#include "videoconverter.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
+
+namespace {
+
+// The profiles whose encoder is named by the codec table's four-character code.
+const QMap<int32_t, QString> kCodecTableProfiles{{1601, "apcn"}, {1602, "apch"}, {1603, "apco"}, {1604, "apcs"},
+                                                 {1609, "ap4h"}, {1610, "icod"}, {1703, "apco"}};
+
+class ShippedProfiles : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    problems = new QStringList(catalog().loadFolder(StandardPaths::pathForResource(QStringLiteral("profile"))));
+  }
+  static void TearDownTestSuite() {
+    delete problems;
+    problems = nullptr;
+  }
+  static KMVProfileCatalog& catalog() {
+    static KMVProfileCatalog shipped;
+    return shipped;
+  }
+  static const QStringList* problems;
+};
+const QStringList* ShippedProfiles::problems = nullptr;
+
+// Every choice of `key` across the catalogue, with the profile it came from.
+QList<std::pair<QString, QString>> everyChoice(const KMVProfileCatalog& catalog, const char* key) {
+  QList<std::pair<QString, QString>> choices;
+  for (const KMVProfileCatalog::Entry& profile : catalog.profiles()) {
+    if (const KMVProfileOption* option = profile->option(key)) {
+      for (const QString& choice : option->choices()) choices.append({profile->DisplayName, choice});
+    }
+  }
+  return choices;
+}
+
+TEST_F(ShippedProfiles, LoadWithoutProblemsInTheirGroups) {
+  EXPECT_TRUE(problems->isEmpty()) << problems->join(QLatin1Char('\n')).toStdString();
+  EXPECT_GE(catalog().profiles().size(), 30);
+  EXPECT_EQ(catalog().groups(), QStringList({"General Video", "Editing", "Devices and Web", "Audio"}));
+  for (const QString& group : catalog().groups())
+    EXPECT_GE(catalog().profilesInGroup(group).size(), 7) << group.toStdString();
+}
+
+TEST_F(ShippedProfiles, TheDefaultProfileIsH264WithAacInMp4) {
+  const KMVProfileCatalog::Entry profile = catalog().profileNamed(QStringLiteral("MPEG-4 AVC"));
+  ASSERT_TRUE(profile);
+  EXPECT_EQ(profile->Format, QStringLiteral("mp4"));
+  EXPECT_EQ(profile->ExtName, QStringLiteral("mp4"));
+  EXPECT_EQ(profile->type, ProfileSettingInfo::kTypeVideo);
+  EXPECT_EQ(profile->defaultChoice(KMVProfileDataInfo::kVideoCodec), QStringLiteral("libx264"));
+  EXPECT_EQ(profile->defaultChoice(KMVProfileDataInfo::kAudioCodec), QStringLiteral("aac"));
+}
+
+TEST_F(ShippedProfiles, EveryOptionAProfileKindUsesIsPresentWithAValidDefault) {
+  const QList<const char*> videoKeys{KMVProfileDataInfo::kResolution, KMVProfileDataInfo::kFrameRate,
+                                     KMVProfileDataInfo::kVideoCodec, KMVProfileDataInfo::kVideoBitrate};
+  const QList<const char*> audioKeys{KMVProfileDataInfo::kSampleRate, KMVProfileDataInfo::kChannels,
+                                     KMVProfileDataInfo::kAudioCodec};
+  for (const KMVProfileCatalog::Entry& profile : catalog().profiles()) {
+    SCOPED_TRACE(profile->DisplayName.toStdString());
+    QList<const char*> expected{KMVProfileDataInfo::kAudioBitrate};
+    if (profile->type != ProfileSettingInfo::kTypeAudioOnly) expected += videoKeys;
+    if (profile->type != ProfileSettingInfo::kTypeWithoutAudio) expected += audioKeys;
+    EXPECT_EQ(profile->subs.size(), expected.size()) << "no option the panel would not show";
+    for (const char* key : expected) {
+      EXPECT_TRUE(profile->defaultChoice(key).has_value()) << key;
+      if (const KMVProfileOption* option = profile->option(key)) {
+        EXPECT_FALSE(option->choices().contains(QString())) << key << ": an empty choice";
+        EXPECT_EQ(option->choices().removeDuplicates(), 0) << key;
+      }
+    }
+    EXPECT_FALSE(profile->Format.isEmpty());
+    EXPECT_FALSE(profile->ExtName.isEmpty());
+    EXPECT_FALSE(profile->ExtName.startsWith(QLatin1Char('.')));
+  }
+}
+
+TEST_F(ShippedProfiles, NumbersAreWholeAndPositiveAndFrameRatesIncludeTheNtscRates) {
+  for (const char* key : {KMVProfileDataInfo::kVideoBitrate, KMVProfileDataInfo::kAudioBitrate,
+                          KMVProfileDataInfo::kSampleRate, KMVProfileDataInfo::kChannels}) {
+    for (const auto& [profile, choice] : everyChoice(catalog(), key)) {
+      bool ok = false;
+      const int value = choice.toInt(&ok);
+      const bool silentGif = profile == QLatin1String("Animated GIF") && choice == QLatin1String("0");
+      EXPECT_TRUE(ok && (value > 0 || silentGif)) << profile.toStdString() << " " << key << "=" << choice.toStdString();
+    }
+  }
+  QSet<QString> rates;
+  for (const auto& [profile, choice] : everyChoice(catalog(), KMVProfileDataInfo::kFrameRate)) {
+    bool ok = false;
+    EXPECT_GT(choice.toDouble(&ok), 0) << profile.toStdString();
+    EXPECT_TRUE(ok) << profile.toStdString() << " r=" << choice.toStdString();
+    rates.insert(choice);
+  }
+  for (const char* rate : {"23.97", "29.97", "59.94"}) EXPECT_TRUE(rates.contains(QLatin1String(rate))) << rate;
+}
+
+TEST_F(ShippedProfiles, ResolutionsAreMultiplesOfFourWithinTheProfilesBounds) {
+  static const QRegularExpression pair(QStringLiteral("^(\\d+)x(\\d+)$"));
+  for (const KMVProfileCatalog::Entry& profile : catalog().profiles()) {
+    const KMVProfileOption* option = profile->option(KMVProfileDataInfo::kResolution);
+    if (option == nullptr) continue;
+    EXPECT_LE(profile->minWidth, profile->maxWidth) << profile->DisplayName.toStdString();
+    EXPECT_LE(profile->minHeight, profile->maxHeight) << profile->DisplayName.toStdString();
+    for (const QString& choice : option->choices()) {
+      const auto match = pair.match(choice);
+      ASSERT_TRUE(match.hasMatch()) << profile->DisplayName.toStdString() << " s=" << choice.toStdString();
+      const int width = match.captured(1).toInt();
+      const int height = match.captured(2).toInt();
+      if (width == 0 && height == 0) continue;  // the source's own size
+      EXPECT_TRUE(width % 4 == 0 && height % 4 == 0) << choice.toStdString();
+      EXPECT_TRUE(width >= profile->minWidth && width <= profile->maxWidth && height >= profile->minHeight &&
+                  height <= profile->maxHeight)
+          << profile->DisplayName.toStdString() << " " << choice.toStdString();
+    }
+  }
+}
+
+TEST_F(ShippedProfiles, EveryEncoderAndContainerExistsInTheFfmpegBuild) {
+  for (const char* key : {KMVProfileDataInfo::kVideoCodec, KMVProfileDataInfo::kAudioCodec}) {
+    for (const auto& [profile, encoder] : everyChoice(catalog(), key)) {
+      if (avcodec_find_encoder_by_name(encoder.toUtf8().constData()) != nullptr) continue;
+      const KMVProfileCatalog::Entry entry = catalog().profileNamed(profile);
+      EXPECT_EQ(kCodecTableProfiles.value(entry->identifier), encoder)
+          << profile.toStdString() << ": " << encoder.toStdString() << " is neither an encoder nor its codec code";
+    }
+  }
+  for (const KMVProfileCatalog::Entry& profile : catalog().profiles()) {
+    EXPECT_NE(av_guess_format(profile->Format.toUtf8().constData(), nullptr, nullptr), nullptr)
+        << profile->DisplayName.toStdString() << ": no muxer " << profile->Format.toStdString();
+  }
+}
+
+TEST_F(ShippedProfiles, CodecTableProfilesAreMadeExactlyWhenTheConverterHasTheirEncoder) {
+  for (auto row = kCodecTableProfiles.cbegin(); row != kCodecTableProfiles.cend(); ++row) {
+    const KMVProfileCatalog::Entry profile = catalog().profileWithIdentifier(row.key());
+    ASSERT_TRUE(profile) << row.key();
+    EXPECT_EQ(profile->defaultChoice(KMVProfileDataInfo::kVideoCodec), row.value());
+    const bool expectEncoder = row.value() != QLatin1String("icod");
+    EXPECT_EQ(VideoConverter_CheckEncoder(row.value().toLatin1().constData()) == 1, expectEncoder)
+        << row.value().toStdString();
+  }
+}
+
+}  // namespace

@@ -1,0 +1,235 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "ValueObject/NodeInfo.h"
+
+namespace {
+
+NodeInfo::Ptr nodeOfType(int32_t type, const QString& name = {}) {
+  NodeInfo::Ptr node = NodeInfo::create();
+  node->setType(type);
+  node->setOutputFilename(name);
+  return node;
+}
+
+QStringList childNames(const NodeInfo& node) {
+  QStringList names;
+  for (const NodeInfo::Ptr& child : node.childNode()) names.append(child->outputFilename());
+  return names;
+}
+
+bool isAllZero(const DECODER_INFO* record) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(record);
+  return std::all_of(bytes, bytes + sizeof(DECODER_INFO), [](unsigned char byte) { return byte == 0; });
+}
+
+class NodeChildren : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* name : {"a", "b", "c"}) parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QLatin1String(name)));
+  }
+  NodeInfo::Ptr parent = nodeOfType(NodeInfo::kTypeRoot);
+};
+
+TEST(NodeInfo, ANewNodeIsCheckedUnsplitAndHasAnEmptyRecord) {
+  const NodeInfo::Ptr node = NodeInfo::create();
+  EXPECT_TRUE(node->isSelected());
+  EXPECT_EQ(node->videoClips(), 1);
+  EXPECT_EQ(node->splitRow(), 1);
+  EXPECT_EQ(node->VideoMinutes(), 0);
+  EXPECT_EQ(node->getChildNodeCount(), 0);
+  EXPECT_TRUE(isAllZero(node->decoderInfo()));
+}
+
+TEST_F(NodeChildren, InsertingBeyondTheEndAppendsAndNullChildrenAreIgnored) {
+  parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QStringLiteral("far")), 10);
+  parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QStringLiteral("first")), 0);
+  parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QStringLiteral("end")), 5);
+  parent->addChildNode(nullptr);
+  parent->addChildNode(nullptr, 1);
+  EXPECT_EQ(childNames(*parent), QStringList({"first", "a", "b", "c", "far", "end"}));
+}
+
+TEST_F(NodeChildren, OutOfRangeIndexesChangeNothing) {
+  EXPECT_EQ(parent->getChildNodeAtIndex(-1), nullptr);
+  EXPECT_EQ(parent->getChildNodeAtIndex(3), nullptr);
+  parent->removeChildNodeAtIndex(-1);
+  parent->removeChildNodeAtIndex(3);
+  parent->exchangeChildAtIndex(0, 7);
+  parent->exchangeChildAtIndex(-2, 1);
+  EXPECT_EQ(childNames(*parent), QStringList({"a", "b", "c"}));
+
+  parent->exchangeChildAtIndex(0, 2);
+  parent->removeChildNodeAtIndex(1);
+  EXPECT_EQ(childNames(*parent), QStringList({"c", "a"}));
+}
+
+TEST_F(NodeChildren, IndexOfChildIsZeroForNullAndMinusOneForAStranger) {
+  EXPECT_EQ(parent->indexOfChild(parent->getChildNodeAtIndex(2)), 2);
+  EXPECT_EQ(parent->indexOfChild(nullptr), 0);
+  EXPECT_EQ(parent->indexOfChild(NodeInfo::create()), -1);
+  parent->removeChildNode(parent->getChildNodeAtIndex(0));
+  EXPECT_EQ(childNames(*parent), QStringList({"b", "c"}));
+}
+
+TEST(NodeInfo, TheCheckMarkOfGroupsAndMergedNodesReachesEveryMember) {
+  const NodeInfo::Ptr merged = nodeOfType(NodeInfo::kTypeMerged);
+  const NodeInfo::Ptr group = nodeOfType(NodeInfo::kTypeGroup);
+  const NodeInfo::Ptr clip = nodeOfType(NodeInfo::kTypeFile);
+  const NodeInfo::Ptr member = nodeOfType(NodeInfo::kTypeMergeMember);
+  group->addChildNode(clip);
+  merged->addChildNode(group);
+  merged->addChildNode(member);
+
+  merged->setIsSelected(false);
+  EXPECT_FALSE(group->isSelected());
+  EXPECT_FALSE(clip->isSelected()) << "passed on through the group";
+  EXPECT_FALSE(member->isSelected());
+
+  const NodeInfo::Ptr file = nodeOfType(NodeInfo::kTypeFile);
+  const NodeInfo::Ptr segment = nodeOfType(NodeInfo::kTypeSegment);
+  file->addChildNode(segment);
+  file->setIsSelected(false);
+  EXPECT_TRUE(segment->isSelected()) << "a file's mark is its own";
+}
+
+TEST(NodeInfo, TheRecordIsCopiedIntoTheNodesOwnBuffer) {
+  DECODER_INFO record{};
+  record.m_Width = 640;
+  std::strcpy(record.m_AudioStreamInfo[98].m_audioStreamName, "last stream");
+  std::strcpy(record.m_framesPosFileName, "/tmp/index");
+
+  const NodeInfo::Ptr node = NodeInfo::create();
+  node->setDecoderInfo(&record);
+  record.m_Width = 1;
+  EXPECT_EQ(node->decoderInfo()->m_Width, 640);
+  EXPECT_STREQ(node->decoderInfo()->m_AudioStreamInfo[98].m_audioStreamName, "last stream");
+  EXPECT_STREQ(node->decoderInfo()->m_framesPosFileName, "/tmp/index");
+
+  node->setDecoderInfo(nullptr);
+  EXPECT_EQ(node->decoderInfo()->m_Width, 640);
+}
+
+// A file node with a distinct value in every field a copy carries.
+NodeInfo::Ptr fullyFilledNode(const NodeInfo::Ptr& parent) {
+  NodeInfo::Ptr node = nodeOfType(NodeInfo::kTypeTrimmed, QStringLiteral("holiday"));
+  node->setInputFilename(QStringLiteral("/media/holiday.mp4"));
+  node->setOutputPath(QStringLiteral("/out"));
+  node->setParentNode(parent);
+  node->setTrimParentNode(parent);
+  node->setIsSelected(false);
+  node->setFileType(1);
+  node->setConverterState(1);
+  node->setLinkedNum(2);
+  node->setAddNum(9);
+  node->setAddChildCount(4);
+  node->setNodeIconName(QStringLiteral("iconVideo"));
+  node->setSplitRow(2);
+  node->setVideoMinutes(5);
+  node->setVideoClips(3);
+  node->setSelectAudioStream(1);
+  node->mediaFileInfo().setDTotalTime(12.5);
+  node->mediaFileInfo().addAudioStream(std::make_shared<AudioStream>());
+  node->trimSettingInfo().setEndTime(12);
+  node->effectSettingInfo().setBrightness(40);
+  node->cropSettingInfo().setRect(1, 2, 300, 200);
+  node->watermarkInfo().setM_text(QStringLiteral("mine"));
+  ProfileSettingInfo profile;
+  profile.setExtName(QStringLiteral("mp4"));
+  node->setCurProfileSetting(profile);
+  DECODER_INFO record{};
+  record.m_Duration = 12500000;
+  node->setDecoderInfo(&record);
+  node->addChildNode(nodeOfType(NodeInfo::kTypeSegment, QStringLiteral("holiday_segment01")));
+  node->trimData().append(nodeOfType(NodeInfo::kTypeSegment, QStringLiteral("cut")));
+  return node;
+}
+
+TEST(NodeInfo, ADeepCopyCarriesEveryFieldButTheTrimParent) {
+  const NodeInfo::Ptr root = nodeOfType(NodeInfo::kTypeRoot);
+  const NodeInfo::Ptr source = fullyFilledNode(root);
+  const NodeInfo::Ptr copy = source->copy();
+
+  EXPECT_EQ(copy->inputFilename(), source->inputFilename());
+  EXPECT_EQ(copy->outputFilename(), QStringLiteral("holiday"));
+  EXPECT_EQ(copy->outputPath(), QStringLiteral("/out"));
+  EXPECT_EQ(copy->parentNode(), root);
+  EXPECT_EQ(copy->trimParentNode(), nullptr);
+  EXPECT_FALSE(copy->isSelected());
+  EXPECT_EQ(copy->type(), NodeInfo::kTypeTrimmed);
+  EXPECT_EQ(copy->fileType(), 1);
+  EXPECT_EQ(copy->converterState(), 1);
+  EXPECT_EQ(copy->linkedNum(), 2);
+  EXPECT_EQ(copy->addNum(), 9);
+  EXPECT_EQ(copy->addChildCount(), 4);
+  EXPECT_EQ(copy->nodeIconName(), QStringLiteral("iconVideo"));
+  EXPECT_EQ(copy->splitRow(), 2);
+  EXPECT_EQ(copy->VideoMinutes(), 5);
+  EXPECT_EQ(copy->videoClips(), 3);
+  EXPECT_EQ(copy->selectAudioStream(), 1);
+  EXPECT_EQ(copy->mediaFileInfo().dTotalTime(), 12.5);
+  EXPECT_EQ(copy->trimSettingInfo(), source->trimSettingInfo());
+  EXPECT_EQ(copy->effectSettingInfo(), source->effectSettingInfo());
+  EXPECT_EQ(copy->cropSettingInfo(), source->cropSettingInfo());
+  EXPECT_EQ(copy->watermarkInfo(), source->watermarkInfo());
+  EXPECT_EQ(copy->curProfileSetting(), source->curProfileSetting());
+  EXPECT_TRUE(copy->metaEditEnable());
+  EXPECT_EQ(copy->decoderInfo()->m_Duration, 12500000);
+  EXPECT_NE(copy->decoderInfo(), source->decoderInfo());
+  ASSERT_EQ(childNames(*copy), QStringList({"holiday_segment01"}));
+  EXPECT_NE(copy->getChildNodeAtIndex(0), source->getChildNodeAtIndex(0));
+  ASSERT_EQ(copy->trimData().size(), 1);
+  EXPECT_NE(copy->trimData().first(), source->trimData().first());
+}
+
+TEST(NodeInfo, ADeepCopyNeverSharesSettingsWithItsSource) {
+  const NodeInfo::Ptr source = fullyFilledNode(nodeOfType(NodeInfo::kTypeRoot));
+  const NodeInfo::Ptr copy = source->copy();
+
+  copy->effectSettingInfo().setVolume(300);
+  copy->cropSettingInfo().setW(8);
+  copy->watermarkInfo().setM_text(QStringLiteral("theirs"));
+  copy->curProfileSetting().setVideoBitrate(9000);
+  copy->trimSettingInfo().setStartTime(3);
+  copy->mediaFileInfo().setDTotalTime(1);
+  copy->getChildNodeAtIndex(0)->effectSettingInfo().setContrast(-50);
+  copy->trimData().first()->setOutputFilename(QStringLiteral("changed"));
+
+  EXPECT_EQ(source->effectSettingInfo().volume(), 100);
+  EXPECT_EQ(source->cropSettingInfo().w(), 300);
+  EXPECT_EQ(source->watermarkInfo().m_text(), QStringLiteral("mine"));
+  EXPECT_EQ(source->curProfileSetting().videoBitrate(), 0);
+  EXPECT_EQ(source->trimSettingInfo().startTime(), 0);
+  EXPECT_EQ(source->mediaFileInfo().dTotalTime(), 12.5);
+  EXPECT_EQ(source->getChildNodeAtIndex(0)->effectSettingInfo().contrast(), 0);
+  EXPECT_EQ(source->trimData().first()->outputFilename(), QStringLiteral("cut"));
+}
+
+TEST(NodeInfo, SettingAProfileDecidesWhetherTagsCanBeEdited) {
+  const NodeInfo::Ptr node = NodeInfo::create();
+  ProfileSettingInfo profile;
+  profile.setExtName(QStringLiteral("m4a"));
+  node->setCurProfileSetting(profile);
+  EXPECT_TRUE(node->metaEditEnable());
+
+  profile.setExtName(QStringLiteral("mkv"));
+  node->setCurProfileSetting(profile);
+  EXPECT_FALSE(node->metaEditEnable());
+  EXPECT_EQ(node->curProfileSetting().extName(), QStringLiteral("mkv"));
+}
+
+TEST(NodeInfo, TheParentLinksDoNotKeepTheParentAlive) {
+  NodeInfo::Ptr parent = nodeOfType(NodeInfo::kTypeRoot);
+  const NodeInfo::Ptr child = nodeOfType(NodeInfo::kTypeFile);
+  parent->addChildNode(child);
+  child->setParentNode(parent);
+  child->setTrimParentNode(parent);
+  std::weak_ptr<NodeInfo> watch = parent;
+  parent.reset();
+  EXPECT_TRUE(watch.expired());
+  EXPECT_EQ(child->parentNode(), nullptr);
+  EXPECT_EQ(child->trimParentNode(), nullptr);
+}
+
+}  // namespace
