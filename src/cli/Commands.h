@@ -7,3 +7,4 @@
 int runInfoCommand(const QStringList& arguments);
 int runProbeCommand(const QStringList& arguments);
 int runProfilesCommand(const QStringList& arguments);
+int runFetchCommand(const QStringList& arguments);

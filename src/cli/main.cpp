@@ -21,6 +21,7 @@ struct Command {
 
 const Command kCommands[] = {
     {"info", "start up as the program does and print the product, version and folders", runInfoCommand},
+    {"fetch", "URL --output FILE [--resume]: download an address, resuming FILE.download", runFetchCommand},
     {"probe", "FILE... [--json]: print the properties of media files as adding them reads them", runProbeCommand},
     {"profiles", "list the output profiles of the catalogue by group", runProfilesCommand},
 };

@@ -1,0 +1,147 @@
+// Connections: reuse by the "Connection" and "Keep-Alive" rules, proxies from
+// the environment, and the errors of addresses and connections that fail.
+
+#include <gtest/gtest.h>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "ASIHTTP/ASIProxySettings.h"
+#include "HttpTestSupport.h"
+#include "ScriptedHttpServer.h"
+
+namespace {
+
+using Exchange = ScriptedHttpServer::Exchange;
+
+// Connections that two requests in a row to a server answering with `fields` open.
+int connectionsForTwoRequests(const QList<QByteArray>& fields, bool attemptPersistentConnection = true) {
+  ScriptedHttpServer server(
+      [&fields](Exchange& exchange) { exchange.send(ScriptedHttpServer::response(200, fields, "body")); });
+  RecordingDelegate delegate;
+  for (int i = 0; i < 2; ++i) {
+    const std::shared_ptr<ASIHTTPRequest> request = makeRequest(server.url("/again"), delegate);
+    request->setShouldAttemptPersistentConnection(attemptPersistentConnection);
+    if (!runToEnd(request) || request->error()) return -1;
+  }
+  return server.connectionCount();
+}
+
+TEST(ConnectionReuse, FollowsTheConnectionAndKeepAliveFieldsOfTheResponse) {
+  EXPECT_EQ(connectionsForTwoRequests({}), 1);
+  EXPECT_EQ(connectionsForTwoRequests({"Keep-Alive: timeout=30, max=100"}), 1);
+  EXPECT_EQ(connectionsForTwoRequests({"Keep-Alive: timeout=30, max=5"}), 2);
+  EXPECT_EQ(connectionsForTwoRequests({"Keep-Alive: timeout=0, max=100"}), 2);
+  EXPECT_EQ(connectionsForTwoRequests({"Connection: close"}), 2);
+  EXPECT_EQ(connectionsForTwoRequests({}, false), 2);
+}
+
+// Sets environment variables for one test and restores them afterwards.
+class ScopedEnvironment {
+ public:
+  ~ScopedEnvironment() {
+    for (const auto& [name, value] : saved_) {
+      if (value.isNull()) {
+        qunsetenv(name.constData());
+      } else {
+        qputenv(name.constData(), value);
+      }
+    }
+  }
+  void set(const QByteArray& name, const QByteArray& value) {
+    saved_.append({name, qEnvironmentVariableIsSet(name.constData()) ? qgetenv(name.constData()) : QByteArray()});
+    qputenv(name.constData(), value);
+  }
+
+ private:
+  QList<QPair<QByteArray, QByteArray>> saved_;
+};
+
+TEST(Proxies, HttpProxyCarriesTheRequestUnlessNoProxyNamesTheHost) {
+  ScriptedHttpServer proxy(
+      [](Exchange& exchange) { exchange.send(ScriptedHttpServer::response(200, {}, "through the proxy")); });
+  ScriptedHttpServer direct([](Exchange& exchange) { exchange.send(ScriptedHttpServer::response(200, {}, "direct")); });
+  ScopedEnvironment environment;
+  environment.set("http_proxy", proxy.url("").toEncoded());
+  environment.set("no_proxy", "localhost,.internal.example");
+  RecordingDelegate delegate;
+
+  const std::shared_ptr<ASIHTTPRequest> viaProxy = makeRequest(QUrl("http://videos.example/clip.mp4"), delegate);
+  ASSERT_TRUE(runToEnd(viaProxy));
+  EXPECT_EQ(viaProxy->responseData(), "through the proxy");
+  EXPECT_EQ(proxy.requests().value(0).target, "http://videos.example/clip.mp4");
+
+  environment.set("no_proxy", "127.0.0.1");
+  const std::shared_ptr<ASIHTTPRequest> excluded = makeRequest(direct.url("/clip.mp4"), delegate);
+  ASSERT_TRUE(runToEnd(excluded));
+  EXPECT_EQ(excluded->responseData(), "direct");
+  EXPECT_EQ(proxy.requests().size(), 1);
+}
+
+TEST(Proxies, NoProxyNamesAHostAndItsSubdomainsOnly) {
+  EXPECT_TRUE(ASIProxySettings::isExcluded("cdn.example.com", "localhost, example.com"));
+  EXPECT_TRUE(ASIProxySettings::isExcluded("example.com", ".example.com"));
+  EXPECT_TRUE(ASIProxySettings::isExcluded("anything.org", "*"));
+  EXPECT_FALSE(ASIProxySettings::isExcluded("badexample.com", "example.com"));
+  EXPECT_FALSE(ASIProxySettings::isExcluded("example.com", ""));
+}
+
+std::optional<ASIHTTPError> errorOf(const QUrl& url) {
+  RecordingDelegate delegate;
+  const std::shared_ptr<ASIHTTPRequest> request = makeRequest(url, delegate);
+  if (!runToEnd(request)) return std::nullopt;
+  return request->error();
+}
+
+// A port on 127.0.0.1 that was free a moment ago and that nobody listens on.
+quint16 closedLoopbackPort() {
+  const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof(address);
+  ::bind(probe, reinterpret_cast<sockaddr*>(&address), sizeof(address));
+  ::getsockname(probe, reinterpret_cast<sockaddr*>(&address), &length);
+  ::close(probe);
+  return ntohs(address.sin_port);
+}
+
+TEST(FailingAddresses, BadAddressesRefusedConnectionsAndSecureTransportFailuresHaveTheirTexts) {
+  for (const char* address : {"ftp://127.0.0.1/file", "not an address"}) {
+    const std::optional<ASIHTTPError> error = errorOf(QUrl(address));
+    ASSERT_TRUE(error) << address;
+    EXPECT_EQ(error->code, ASIHTTPErrorCode::UnableToCreateRequest) << address;
+    EXPECT_EQ(error->localizedDescription, "Unable to create request (bad url?)") << address;
+  }
+
+  const std::optional<ASIHTTPError> refused =
+      errorOf(QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(closedLoopbackPort())));
+  ASSERT_TRUE(refused);
+  EXPECT_EQ(refused->code, ASIHTTPErrorCode::ConnectionFailure);
+  EXPECT_EQ(refused->localizedDescription, "A connection failure occurred");
+
+  // Plain HTTP where a TLS handshake was expected.
+  const std::unique_ptr<ScriptedHttpServer> plain = ScriptedHttpServer::greeter("HTTP/1.1 400 Bad Request\r\n\r\n");
+  QUrl secure = plain->url("/");
+  secure.setScheme("https");
+  const std::optional<ASIHTTPError> handshake = errorOf(secure);
+  ASSERT_TRUE(handshake);
+  EXPECT_EQ(handshake->code, ASIHTTPErrorCode::ConnectionFailure);
+  EXPECT_EQ(handshake->localizedDescription,
+            "A connection failure occurred: SSL problem (Possible causes may include a bad/expired/self-signed "
+            "certificate, clock set to wrong date)");
+}
+
+TEST(FailingAddresses, AServerAskingForCredentialsFailsTheRequest) {
+  ScriptedHttpServer server([](Exchange& exchange) {
+    exchange.send(ScriptedHttpServer::response(401, {"WWW-Authenticate: Basic realm=\"videos\""}, "no"));
+  });
+  const std::optional<ASIHTTPError> error = errorOf(server.url("/private"));
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->code, ASIHTTPErrorCode::AuthenticationNeeded);
+  EXPECT_EQ(error->localizedDescription, "Authentication needed");
+}
+
+}  // namespace

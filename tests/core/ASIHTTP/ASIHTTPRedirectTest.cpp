@@ -1,0 +1,143 @@
+// Redirects: which statuses turn into a GET with only "User-Agent" and
+// "Accept", what 307 keeps, relative addresses, and the limit of five.
+
+#include <gtest/gtest.h>
+
+#include <mutex>
+
+#include "HttpTestSupport.h"
+
+namespace {
+
+struct ArrivedRequest {
+  QString method;
+  QString token;
+  QString userAgent;
+  QString accept;
+};
+
+class RedirectingServer : public testing::Test {
+ protected:
+  void SetUp() override {
+    // /redirect/<status> sends the request on to /target with that status.
+    const auto redirect = [](const httplib::Request& request, httplib::Response& response) {
+      response.status = std::stoi(request.matches[1]);
+      response.set_header("Location", "/target");
+    };
+    httplib.server.Get(R"(/redirect/(\d+))", redirect);
+    httplib.server.Post(R"(/redirect/(\d+))", redirect);
+    const auto target = [this](const httplib::Request& request, httplib::Response& response) {
+      std::lock_guard lock(mutex);
+      arrived.push_back({QString::fromStdString(request.method),
+                         QString::fromStdString(request.get_header_value("X-Token")),
+                         QString::fromStdString(request.get_header_value("User-Agent")),
+                         QString::fromStdString(request.get_header_value("Accept"))});
+      response.set_content("target body", "text/plain");
+    };
+    httplib.server.Get("/target", target);
+    httplib.server.Post("/target", target);
+    // /hops/<n> is n redirects away from its end, each to a relative address.
+    httplib.server.Get(R"(/hops/(\d+))", [](const httplib::Request& request, httplib::Response& response) {
+      const int left = std::stoi(request.matches[1]);
+      if (left == 0) {
+        response.set_content("arrived", "text/plain");
+        return;
+      }
+      response.status = 302;
+      response.set_header("Location", std::to_string(left - 1));
+    });
+    httplib.server.Get("/to-a-local-file", [](const httplib::Request&, httplib::Response& response) {
+      response.status = 302;
+      response.set_header("Location", "file:///etc/hostname");
+    });
+    httplib.start();
+  }
+
+  std::shared_ptr<ASIHTTPRequest> postWithHeaders(const QString& path) {
+    std::shared_ptr<ASIHTTPRequest> request = makeRequest(httplib.url(path), delegate);
+    request->setRequestMethod("POST");
+    request->addRequestHeader("X-Token", "secret");
+    request->addRequestHeader("User-Agent", "TestAgent/1.0");
+    request->addRequestHeader("Accept", "text/plain");
+    return request;
+  }
+
+  LocalHttplibServer httplib;
+  std::mutex mutex;
+  std::vector<ArrivedRequest> arrived;
+  RecordingDelegate delegate;
+};
+
+TEST_F(RedirectingServer, MovedFoundAndSeeOtherBecomeAGetKeepingOnlyUserAgentAndAccept) {
+  for (const char* status : {"301", "302", "303"}) {
+    SCOPED_TRACE(status);
+    arrived.clear();
+    delegate.events.clear();
+    const std::shared_ptr<ASIHTTPRequest> request = postWithHeaders(QStringLiteral("/redirect/") + status);
+
+    ASSERT_TRUE(runToEnd(request));
+
+    ASSERT_EQ(arrived.size(), 1u);
+    EXPECT_EQ(arrived[0].method, "GET");
+    EXPECT_EQ(arrived[0].token, "");
+    EXPECT_EQ(arrived[0].userAgent, "TestAgent/1.0");
+    EXPECT_EQ(arrived[0].accept, "text/plain");
+    EXPECT_EQ(request->url(), httplib.url("/target"));
+    EXPECT_EQ(request->requestMethod(), "GET");
+    EXPECT_EQ(request->redirectCount(), 1);
+    EXPECT_EQ(request->responseData(), "target body");
+    EXPECT_EQ(delegate.events,
+              QStringList({"started", "redirect " + httplib.url("/target").toString(), "headers", "finished"}));
+  }
+}
+
+TEST_F(RedirectingServer, TemporaryRedirectKeepsTheMethodAndEveryHeader) {
+  const std::shared_ptr<ASIHTTPRequest> request = postWithHeaders("/redirect/307");
+
+  ASSERT_TRUE(runToEnd(request));
+
+  ASSERT_EQ(arrived.size(), 1u);
+  EXPECT_EQ(arrived[0].method, "POST");
+  EXPECT_EQ(arrived[0].token, "secret");
+  EXPECT_EQ(arrived[0].userAgent, "TestAgent/1.0");
+}
+
+TEST_F(RedirectingServer, FiveRedirectsAreFollowedAndTheSixthFails) {
+  const std::shared_ptr<ASIHTTPRequest> fiveAway = makeRequest(httplib.url("/hops/5"), delegate);
+  ASSERT_TRUE(runToEnd(fiveAway));
+  EXPECT_FALSE(fiveAway->error());
+  EXPECT_EQ(fiveAway->redirectCount(), 5);
+  EXPECT_EQ(fiveAway->url(), httplib.url("/hops/0"));
+  EXPECT_EQ(fiveAway->responseData(), "arrived");
+
+  const std::shared_ptr<ASIHTTPRequest> sixAway = makeRequest(httplib.url("/hops/6"), delegate);
+  ASSERT_TRUE(runToEnd(sixAway));
+  ASSERT_TRUE(sixAway->error());
+  EXPECT_EQ(sixAway->error()->code, ASIHTTPErrorCode::TooManyRedirects);
+  EXPECT_EQ(sixAway->error()->localizedDescription, "The request failed because it redirected too many times");
+  EXPECT_EQ(delegate.events.last(), "failed");
+}
+
+TEST_F(RedirectingServer, ARedirectAwayFromHttpFailsAsABadAddress) {
+  const std::shared_ptr<ASIHTTPRequest> request = makeRequest(httplib.url("/to-a-local-file"), delegate);
+
+  ASSERT_TRUE(runToEnd(request));
+
+  ASSERT_TRUE(request->error());
+  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::UnableToCreateRequest);
+  EXPECT_TRUE(request->responseData().isEmpty());
+}
+
+TEST_F(RedirectingServer, WithoutRedirectsTheRedirectResponseIsTheAnswer) {
+  const std::shared_ptr<ASIHTTPRequest> request = makeRequest(httplib.url("/redirect/302"), delegate);
+  request->setShouldRedirect(false);
+
+  ASSERT_TRUE(runToEnd(request));
+
+  EXPECT_FALSE(request->error());
+  EXPECT_EQ(request->responseStatusCode(), 302);
+  EXPECT_EQ(request->responseHeaders().value("location"), "/target");
+  EXPECT_TRUE(arrived.empty());
+}
+
+}  // namespace

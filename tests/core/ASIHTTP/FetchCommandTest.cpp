@@ -1,0 +1,83 @@
+// videoconverter fetch, run as a user runs it, against local servers.
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+
+#include "HttpTestSupport.h"
+#include "ScriptedHttpServer.h"
+
+namespace {
+
+const QByteArray kContent = patternBytes(20000);
+
+struct FetchResult {
+  int exitCode = -1;
+  QString standardOutput;
+  QString errorOutput;
+};
+
+FetchResult fetch(const QStringList& arguments) {
+  QProcess program;
+  program.start(QCoreApplication::applicationDirPath() + QStringLiteral("/videoconverter"),
+                QStringList{"fetch"} + arguments);
+  FetchResult result;
+  if (!program.waitForFinished(60000)) {
+    program.kill();
+    return result;
+  }
+  result.exitCode = program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
+  result.standardOutput = QString::fromUtf8(program.readAllStandardOutput());
+  result.errorOutput = QString::fromUtf8(program.readAllStandardError());
+  return result;
+}
+
+TEST(FetchCommand, ResumesFromTheDownloadFileAndSavesTheWholeBody) {
+  LocalHttplibServer httplib;
+  QByteArray range;
+  httplib.server.Get("/clip.mp4", [&range](const httplib::Request& request, httplib::Response& response) {
+    range = QByteArray::fromStdString(request.get_header_value("Range"));
+    response.set_content(kContent.toStdString(), "video/mp4");
+  });
+  httplib.start();
+  TestFolder folder;
+  folder.write("clip.mp4.download", kContent.left(8000));
+
+  const FetchResult result =
+      fetch({httplib.url("/clip.mp4").toString(), "--output", folder.path("clip.mp4"), "--resume"});
+
+  EXPECT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
+  EXPECT_EQ(range, "bytes=8000-");
+  EXPECT_EQ(folder.read("clip.mp4"), kContent);
+  EXPECT_TRUE(result.standardOutput.startsWith("Saved " + folder.path("clip.mp4")));
+}
+
+TEST(FetchCommand, FailuresPrintTheReasonExitNonZeroAndKeepWhatCanBeResumed) {
+  ScriptedHttpServer server([](ScriptedHttpServer::Exchange& exchange) {
+    if (exchange.request().target == "/missing") {
+      exchange.send(ScriptedHttpServer::response(404, {}, "<html>not here</html>"));
+      return;
+    }
+    exchange.send(ScriptedHttpServer::responseHead(200, {}, kContent.size()) + kContent.left(3000));
+    exchange.close();
+  });
+  TestFolder folder;
+
+  const FetchResult missing = fetch({server.url("/missing").toString(), "--output", folder.path("missing.mp4")});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.errorOutput.contains("the server answered with status 404")) << missing.errorOutput.toStdString();
+  EXPECT_FALSE(QFile::exists(folder.path("missing.mp4")));
+
+  const FetchResult dropped =
+      fetch({server.url("/clip.mp4").toString(), "--output", folder.path("clip.mp4"), "--resume"});
+  EXPECT_EQ(dropped.exitCode, 1);
+  EXPECT_TRUE(dropped.errorOutput.contains("A connection failure occurred")) << dropped.errorOutput.toStdString();
+  EXPECT_TRUE(dropped.errorOutput.contains("run again with --resume"));
+  EXPECT_EQ(folder.read("clip.mp4.download"), kContent.left(3000));
+
+  EXPECT_EQ(fetch({server.url("/clip.mp4").toString()}).exitCode, 2);
+}
+
+}  // namespace
