@@ -2,6 +2,7 @@
 // QCoreApplication so that tests can run the real event loop.
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -23,7 +24,9 @@ int main(int argc, char** argv) {
 
   QCoreApplication app(argc, argv);
   ApplicationLifecycle::identifyApplication();
-  KMVLog::setFolder(home.path() + QStringLiteral("/log/"));
+  const QString logFolder = home.path() + QStringLiteral("/log/");
+  QDir().mkpath(logFolder);
+  KMVLog::setFolder(logFolder);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
