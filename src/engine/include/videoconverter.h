@@ -203,12 +203,16 @@ int VideoConverter_CheckEncoder(const char* fourCharacterCode);
 // The preview arguments are NULL, 640, 480 and 0. Returns 0 when started.
 int VideoConverter_Convert(MediaItem* items, int count, OutputParam* output, void* previewView, int previewWidth,
                            int previewHeight, int previewFlags);
-// Registers the function called once when the running conversion has ended.
+// Registers the function called once when a conversion has ended, whether it
+// finished, failed (the reason goes to standard error) or was aborted; it
+// stays registered for later conversions. Registered after a conversion that
+// has already ended, it is called at once.
 int VideoConverter_ConvertEndCallBack(VideoConverter_ConvertEndFunction callback);
 // Position reached and total length of the running conversion or preview, microseconds.
 int64_t VideoConverter_GetCurrentTime(void);
 int64_t VideoConverter_GetDuration(void);
-// Stops the running conversion or preview.
+// Stops the running conversion or preview within half a second, without
+// waiting for it; what was written stays on disk.
 int VideoConverter_Abort(void);
 // Releases everything the last conversion or preview held.
 int VideoConverter_Destory(void);

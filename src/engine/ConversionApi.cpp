@@ -1,0 +1,144 @@
+// The conversion functions of the public interface. One conversion runs at a
+// time in the process, on a thread of its own, over a Transcoder.
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "EngineLog.h"
+#include "Transcoder.h"
+#include "videoconverter.h"
+
+namespace {
+
+class ConversionSession {
+ public:
+  static ConversionSession& instance() {
+    static ConversionSession session;
+    return session;
+  }
+
+  // A conversion still running when the process exits is stopped first.
+  ~ConversionSession() { release(); }
+
+  int start(std::vector<MediaItem> items, const OutputParam& output) {
+    std::unique_lock lock(mutex_);
+    if (transcoder_ != nullptr && !ended_) return VC_ERROR_BUSY;
+    releaseLocked(lock);
+    transcoder_ = std::make_shared<engine::Transcoder>(std::move(items), output);
+    ended_ = false;
+    callbackCalled_ = false;
+    // The callback registered last stays: it may come before or after the start.
+    worker_ = std::thread([this, transcoder = transcoder_] { finish(transcoder->run()); });
+    return 0;
+  }
+
+  // Runs the callback at once when the conversion has already ended without one.
+  void setCallback(VideoConverter_ConvertEndFunction callback) {
+    std::unique_lock lock(mutex_);
+    callback_ = callback;
+    if (callback == nullptr || transcoder_ == nullptr || !ended_ || callbackCalled_) return;
+    callbackCalled_ = true;
+    lock.unlock();
+    callback();
+  }
+
+  int64_t currentTime() {
+    std::lock_guard lock(mutex_);
+    return transcoder_ != nullptr ? transcoder_->currentTimeUs() : 0;
+  }
+
+  int64_t duration() {
+    std::lock_guard lock(mutex_);
+    return transcoder_ != nullptr ? transcoder_->durationUs() : 0;
+  }
+
+  void abort() {
+    std::lock_guard lock(mutex_);
+    if (transcoder_ != nullptr) transcoder_->abort();
+  }
+
+  // Stops a running conversion and forgets the last one.
+  void release() {
+    std::unique_lock lock(mutex_);
+    if (transcoder_ != nullptr) transcoder_->abort();
+    releaseLocked(lock);
+  }
+
+ private:
+  void finish(const engine::ConversionResult& result) {
+    if (result.outcome == engine::ConversionResult::Outcome::kFailed) {
+      engine::logLine("conversion failed: " + result.error);
+    }
+    std::unique_lock lock(mutex_);
+    ended_ = true;
+    const VideoConverter_ConvertEndFunction callback = callbackCalled_ ? nullptr : callback_;
+    callbackCalled_ = callbackCalled_ || callback != nullptr;
+    lock.unlock();
+    if (callback != nullptr) callback();
+  }
+
+  // Waits for the worker, except when called on it (from the end callback).
+  void releaseLocked(std::unique_lock<std::mutex>& lock) {
+    std::thread worker = std::move(worker_);
+    transcoder_.reset();
+    lock.unlock();
+    if (worker.joinable()) {
+      if (worker.get_id() == std::this_thread::get_id()) {
+        worker.detach();
+      } else {
+        worker.join();
+      }
+    }
+    lock.lock();
+  }
+
+  std::mutex mutex_;
+  std::shared_ptr<engine::Transcoder> transcoder_;
+  std::thread worker_;
+  VideoConverter_ConvertEndFunction callback_ = nullptr;
+  bool ended_ = false;
+  bool callbackCalled_ = false;
+};
+
+bool validRequest(const MediaItem* items, int count, const OutputParam* output) {
+  if (items == nullptr || output == nullptr || count < 1 || count > VC_MAX_MEDIA_ITEMS) return false;
+  if (output->m_cbsize != VC_OUTPUT_PARAM_SIZE) return false;
+  for (int i = 0; i < count; ++i) {
+    if (items[i].m_cbsize != VC_MEDIA_ITEM_SIZE) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+extern "C" int VideoConverter_Convert(MediaItem* items, int count, OutputParam* output, void* /*previewView*/,
+                                      int /*previewWidth*/, int /*previewHeight*/, int /*previewFlags*/) {
+  if (!validRequest(items, count, output)) return VC_ERROR_INVALID_ARGUMENT;
+  try {
+    return ConversionSession::instance().start(std::vector<MediaItem>(items, items + count), *output);
+  } catch (const std::bad_alloc&) {
+    return VC_ERROR_OUT_OF_MEMORY;
+  } catch (const std::system_error&) {
+    return VC_ERROR_OUT_OF_MEMORY;  // no thread could be started
+  }
+}
+
+extern "C" int VideoConverter_ConvertEndCallBack(VideoConverter_ConvertEndFunction callback) {
+  ConversionSession::instance().setCallback(callback);
+  return 0;
+}
+
+extern "C" int64_t VideoConverter_GetCurrentTime(void) { return ConversionSession::instance().currentTime(); }
+
+extern "C" int64_t VideoConverter_GetDuration(void) { return ConversionSession::instance().duration(); }
+
+extern "C" int VideoConverter_Abort(void) {
+  ConversionSession::instance().abort();
+  return 0;
+}
+
+extern "C" int VideoConverter_Destory(void) {
+  ConversionSession::instance().release();
+  return 0;
+}

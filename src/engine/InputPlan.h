@@ -1,0 +1,40 @@
+// One input of a conversion as it will be read: the file opened, the streams
+// taken from it, its trimmed part, and what the plan decides for it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "AudioFilterChain.h"
+#include "DisplayGeometry.h"
+#include "FFmpegPointers.h"
+#include "InputFile.h"
+#include "VideoFilterChain.h"
+#include "videoconverter.h"
+
+namespace engine {
+
+struct InputPlan {
+  const MediaItem* item = nullptr;
+  std::string path;
+  std::unique_ptr<InputFile> file;
+  int videoStream = -1;  // -1 when the output takes no pictures from this input
+  int audioStream = -1;  // -1 when the output takes no sound from it
+  DisplayGeometry geometry;
+  int64_t fileStartUs = 0;
+  int64_t startUs = 0;   // trim start, from the start of the file
+  int64_t lengthUs = 0;  // length of the trimmed part
+  VideoCanvas videoCanvas;
+  AudioCanvas audioCanvas;
+  VideoFilterPlan videoFilters;
+  FramePtr watermark;  // set when videoFilters has a watermark area
+
+  // Opens the input of a record and finds what the output can take from it:
+  // its pictures unless the output or the record is sound only, the chosen
+  // sound stream unless the record drops the sound, and a trimmed part that
+  // is not empty. Null with `error` set when that fails.
+  static std::unique_ptr<InputPlan> open(const MediaItem& item, bool outputMayHavePictures, std::string& error);
+};
+
+}  // namespace engine

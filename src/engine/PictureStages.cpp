@@ -1,0 +1,75 @@
+#include "PictureStages.h"
+
+#include "InputFiltering.h"
+
+namespace engine {
+namespace {
+
+constexpr AVRational kMicroseconds{1, 1000000};
+
+std::unique_ptr<FilterGraph> graphFor(const InputPlan& input, const AVFrame* firstFrame, std::string& error) {
+  if (firstFrame == nullptr)
+    return FilterGraph::create(AVMEDIA_TYPE_VIDEO, VideoFilterChain::blank(input.videoCanvas), {}, error);
+  std::vector<FilterInput> pads{{"in", videoSourceArguments(*firstFrame, kMicroseconds)}};
+  if (input.watermark != nullptr) pads.push_back({"wm", videoSourceArguments(*input.watermark, kMicroseconds)});
+  auto graph = FilterGraph::create(AVMEDIA_TYPE_VIDEO, input.videoFilters.description, pads, error);
+  // The watermark is one still picture, shown for as long as the video lasts.
+  if (graph != nullptr && input.watermark != nullptr) {
+    input.watermark->pts = 0;
+    if (graph->send(1, input.watermark.get()) < 0 || graph->send(1, nullptr) < 0) {
+      error = "cannot lay the watermark over the picture";
+      return nullptr;
+    }
+  }
+  return graph;
+}
+
+}  // namespace
+
+void PictureFilterStage::run() {
+  for (std::size_t index = 0; index < plan_.inputs.size(); ++index) {
+    if (!filterInput(index)) return;
+  }
+  filtered_.push({plan_.inputs.size(), nullptr});
+}
+
+bool PictureFilterStage::filterInput(std::size_t index) {
+  const InputPlan& input = *plan_.inputs[index];
+  return filterOneInput(
+      decoded_, input.path, control_,
+      [&](const AVFrame* firstFrame, std::string& error) { return graphFor(input, firstFrame, error); },
+      [&](AVFrame& frame) {
+        return filtered_.push({index, FramePtr(av_frame_clone(&frame))});
+      });
+}
+
+void PictureEncodeStage::run() {
+  AVCodecContext& encoder = encoder_.encoder();
+  int64_t frameIndex = 0;
+  int64_t nextPiece = 1;
+  // The first frame at or after the start of the given piece.
+  auto firstFrameOf = [&](int64_t piece) {
+    return av_rescale_q_rnd(piece * segmentLengthUs_, AV_TIME_BASE_Q, encoder.time_base, AV_ROUND_UP);
+  };
+  std::string error;
+  while (std::optional<StageItem> item = filtered_.pop()) {
+    AVFrame* frame = item->frame.get();
+    if (frame == nullptr) {
+      if (!encoder_.encode(nullptr, error)) control_.fail(error);
+      return;
+    }
+    frame->pts = frameIndex;
+    frame->pict_type = AV_PICTURE_TYPE_NONE;
+    while (segmentLengthUs_ > 0 && frameIndex >= firstFrameOf(nextPiece)) {
+      frame->pict_type = AV_PICTURE_TYPE_I;
+      ++nextPiece;
+    }
+    ++frameIndex;
+    if (!encoder_.encode(frame, error)) {
+      control_.fail(error);
+      return;
+    }
+  }
+}
+
+}  // namespace engine

@@ -1,0 +1,141 @@
+#include "Transcoder.h"
+
+#include <filesystem>
+#include <mutex>
+#include <new>
+#include <optional>
+#include <system_error>
+#include <thread>
+
+#include "ConversionPlan.h"
+#include "InputReader.h"
+#include "OutputSink.h"
+#include "PictureStages.h"
+#include "SoundStage.h"
+
+extern "C" {
+#include <libavutil/log.h>
+}
+
+namespace engine {
+namespace {
+
+// Decoded pictures are large; a few in each queue keep every thread busy.
+constexpr std::size_t kPictureQueueLength = 8;
+constexpr std::size_t kSoundQueueLength = 64;
+
+// Before a conversion's length is known, the records' trim windows give it.
+int64_t lengthFromRecords(const std::vector<MediaItem>& items) {
+  int64_t total = 0;
+  for (const MediaItem& item : items) {
+    const int64_t end = item.m_MediaEndPos > 0 ? item.m_MediaEndPos : item.m_Info.m_Duration;
+    total += std::max<int64_t>(0, end - std::max<int64_t>(0, item.m_MediaStartPos));
+  }
+  return total;
+}
+
+// A thread of the pipeline: anything thrown stops the whole conversion instead of the process.
+std::thread pipelineThread(PipelineControl& control, std::function<void()> work) {
+  return std::thread([&control, work = std::move(work)] {
+    try {
+      work();
+    } catch (const std::bad_alloc&) {
+      control.fail("out of memory");
+    } catch (const std::exception& exception) {
+      control.fail(exception.what());
+    }
+  });
+}
+
+void quietenLibraries() {
+  static std::once_flag once;
+  // Every failure is reported in one line in the engine's own words; the libraries' messages are left out.
+  std::call_once(once, [] { av_log_set_level(AV_LOG_FATAL); });
+}
+
+}  // namespace
+
+Transcoder::Transcoder(std::vector<MediaItem> items, const OutputParam& output)
+    : items_(std::move(items)), output_(output), durationUs_(lengthFromRecords(items_)) {
+  quietenLibraries();
+}
+
+void Transcoder::abort() { control_.abort(); }
+
+ConversionResult Transcoder::run() {
+  try {
+    return convert();
+  } catch (const std::bad_alloc&) {
+    return {ConversionResult::Outcome::kFailed, "out of memory", {}};
+  } catch (const std::exception& exception) {
+    return {ConversionResult::Outcome::kFailed, exception.what(), {}};
+  }
+}
+
+ConversionResult Transcoder::convert() {
+  std::string error;
+  std::unique_ptr<ConversionPlan> plan = ConversionPlan::make(items_, output_, control_, error);
+  if (plan == nullptr) {
+    if (control_.aborted()) return {ConversionResult::Outcome::kAborted, {}, {}};
+    return {ConversionResult::Outcome::kFailed, error, {}};
+  }
+  durationUs_ = plan->durationUs;
+
+  OutputSink sink(plan->outputPath, *plan->format, plan->segmentLengthUs, [this](int64_t writtenUs) {
+    progressUs_ = writtenUs;
+    if (progressObserver_) progressObserver_(writtenUs);
+  });
+  std::optional<PacketEncoder> pictureEncoder;
+  std::optional<PacketEncoder> soundEncoder;
+  // The picture stream comes first: progress is measured on it.
+  if (plan->videoEncoder != nullptr)
+    pictureEncoder.emplace(*plan->videoEncoder, sink, sink.addStream(*plan->videoEncoder));
+  if (plan->audioEncoder != nullptr)
+    soundEncoder.emplace(*plan->audioEncoder, sink, sink.addStream(*plan->audioEncoder));
+
+  StageQueue decodedPictures(kPictureQueueLength);
+  StageQueue filteredPictures(kPictureQueueLength);
+  StageQueue decodedSound(kSoundQueueLength);
+  for (StageQueue* queue : {&decodedPictures, &filteredPictures, &decodedSound}) {
+    control_.addStopAction([queue] { queue->close(); });
+  }
+  InputReader reader(*plan, control_, pictureEncoder ? &decodedPictures : nullptr,
+                     soundEncoder ? &decodedSound : nullptr);
+  std::vector<std::thread> threads;
+  try {
+    threads.push_back(pipelineThread(control_, [&] { reader.run(); }));
+    if (pictureEncoder) {
+      threads.push_back(pipelineThread(
+          control_, [&] { PictureFilterStage(*plan, control_, decodedPictures, filteredPictures).run(); }));
+      threads.push_back(pipelineThread(control_, [&] {
+        PictureEncodeStage(*pictureEncoder, plan->segmentLengthUs, control_, filteredPictures).run();
+      }));
+    }
+    if (soundEncoder) {
+      threads.push_back(
+          pipelineThread(control_, [&] { SoundStage(*plan, *soundEncoder, control_, decodedSound).run(); }));
+    }
+  } catch (const std::system_error&) {
+    control_.fail("the system refused to start another thread");
+  }
+  for (std::thread& thread : threads) thread.join();
+  control_.removeStopActions();
+
+  sink.closeAll();
+  ConversionResult result{ConversionResult::Outcome::kFinished, {}, sink.files()};
+  if (control_.aborted()) {
+    result.outcome = ConversionResult::Outcome::kAborted;
+  } else if (const std::string failure = control_.failure(); !failure.empty()) {
+    // A half-written output is of no use and would pass for a finished one.
+    for (const std::string& file : result.files) {
+      std::error_code ignored;
+      std::filesystem::remove(file, ignored);
+    }
+    result = {ConversionResult::Outcome::kFailed, failure, {}};
+  } else {
+    progressUs_ = durationUs_.load();
+  }
+  return result;
+}
+
+}  // namespace engine
