@@ -8,3 +8,4 @@ int runInfoCommand(const QStringList& arguments);
 int runProbeCommand(const QStringList& arguments);
 int runProfilesCommand(const QStringList& arguments);
 int runFetchCommand(const QStringList& arguments);
+int runTagsCommand(const QStringList& arguments);

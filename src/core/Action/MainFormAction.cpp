@@ -42,11 +42,32 @@ NodeInfo::Ptr makeFileNode(const QString& path, const QString& imageName, const 
   return node;
 }
 
+// Reads the file's tags into the node. An embedded cover, saved at
+// `coverPath`, becomes the tags' picture and replaces the probe thumbnail.
+// Only a cover the tag library reports saving counts, so that a picture left
+// at the same path by another file of the same name is not taken for it.
+void readTags(NodeInfo& node, const QString& coverPath) {
+  MediaMetaData tags = MediaMetaData::initWithFile(node.inputFilename(), coverPath);
+  const bool hasCover = !coverPath.isEmpty() && tags.image() == coverPath && QFileInfo::exists(coverPath);
+  if (hasCover) {
+    node.mediaFileInfo().setImageName(coverPath);
+  } else {
+    tags.setImage(QString());
+  }
+  node.setMetaData(tags);
+  node.setOrgMetaData(tags);
+}
+
 }  // namespace
 
 QString MainFormAction::thumbnailPath(const QString& path, const QString& stamp) {
   if (videoImagePath.isEmpty()) return {};
   return QStringLiteral("%1/%2%3.bmp").arg(videoImagePath, QFileInfo(path).completeBaseName(), stamp);
+}
+
+QString MainFormAction::coverThumbnailPath(const QString& path, const QString& stamp) {
+  if (videoImagePath.isEmpty()) return {};
+  return QStringLiteral("%1/thumbNail%2%3.bmp").arg(videoImagePath, QFileInfo(path).completeBaseName(), stamp);
 }
 
 MediaFileInfo MainFormAction::makeMediaFileInfo(const QString& path, const QString& imageName, const PlayVideo& probe) {
@@ -93,6 +114,7 @@ void MainFormAction::addFile(const QStringList& paths) {
 
     const NodeInfo::Ptr node = makeFileNode(path, imageName, probe);
     node->setAddNum(totalAddFileNum++);
+    readTags(*node, coverThumbnailPath(path, stamp));
 
     const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
     root->addChildNode(node);

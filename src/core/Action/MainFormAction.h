@@ -36,6 +36,9 @@ class MainFormAction {
   // "<thumbnail folder>/<name without extension><stamp>.bmp"; empty while no
   // thumbnail folder is set.
   static QString thumbnailPath(const QString& path, const QString& stamp);
+  // "<thumbnail folder>/thumbNail<name without extension><stamp>.bmp", where
+  // the file's embedded cover is saved; empty while no thumbnail folder is set.
+  static QString coverThumbnailPath(const QString& path, const QString& stamp);
   // The properties of `path` from a successful probe; `imageName` is the
   // thumbnail's path, kept only when that file exists.
   static MediaFileInfo makeMediaFileInfo(const QString& path, const QString& imageName, const PlayVideo& probe);

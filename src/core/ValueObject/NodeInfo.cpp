@@ -37,6 +37,8 @@ NodeInfo::Ptr NodeInfo::copy() const {
   node->curProfileSetting_ = curProfileSetting_;
   node->effectSettingInfo_ = effectSettingInfo_;
   node->cropSettingInfo_ = cropSettingInfo_;
+  node->metaData_ = metaData_;
+  node->orgMetaData_ = orgMetaData_;
   node->metaEditEnable_ = metaEditEnable_;
   node->decoderInfo_ = decoderInfo_;
   return node;

@@ -14,6 +14,7 @@
 #include "ValueObject/CropSettingInfo.h"
 #include "ValueObject/EffectSettingInfo.h"
 #include "ValueObject/MediaFileInfo.h"
+#include "ValueObject/MediaMetaData.h"
 #include "ValueObject/ProfileSettingInfo.h"
 #include "ValueObject/TrimSettingInfo.h"
 #include "ValueObject/WatermarkInfo.h"
@@ -76,6 +77,12 @@ class NodeInfo {
   void setCurProfileSetting(const ProfileSettingInfo& profile);
   bool metaEditEnable() const { return metaEditEnable_; }
   void setMetaEditEnable(bool enable) { metaEditEnable_ = enable; }
+  // The tags to write into the output, and the tags as read from the input.
+  const MediaMetaData& metaData() const { return metaData_; }
+  MediaMetaData& metaData() { return metaData_; }
+  void setMetaData(const MediaMetaData& tags) { metaData_ = tags; }
+  const MediaMetaData& orgMetaData() const { return orgMetaData_; }
+  void setOrgMetaData(const MediaMetaData& tags) { orgMetaData_ = tags; }
 
   // The node's own copy of the probed record; all zero until set.
   const DECODER_INFO* decoderInfo() const { return &decoderInfo_; }
@@ -159,6 +166,8 @@ class NodeInfo {
   EffectSettingInfo effectSettingInfo_;
   CropSettingInfo cropSettingInfo_;
   WatermarkInfo watermarkInfo_;
+  MediaMetaData metaData_;
+  MediaMetaData orgMetaData_;
   bool metaEditEnable_ = false;
   DECODER_INFO decoderInfo_{};
 };
