@@ -8,4 +8,5 @@ int runInfoCommand(const QStringList& arguments);
 int runProbeCommand(const QStringList& arguments);
 int runProfilesCommand(const QStringList& arguments);
 int runFetchCommand(const QStringList& arguments);
+int runConvertCommand(const QStringList& arguments);
 int runTagsCommand(const QStringList& arguments);

@@ -24,6 +24,7 @@ const Command kCommands[] = {
     {"fetch", "URL --output FILE [--resume]: download an address, resuming FILE.download", runFetchCommand},
     {"probe", "FILE... [--json]: print the properties of media files as adding them reads them", runProbeCommand},
     {"profiles", "list the output profiles of the catalogue by group", runProfilesCommand},
+    {"convert", "FILE... [--profile NAME] [--output DIR] [options]: convert files with edits", runConvertCommand},
     {"tags", "FILE... [--json]: print the tags of media files and save their covers as pictures", runTagsCommand},
 };
 

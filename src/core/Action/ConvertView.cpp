@@ -1,0 +1,67 @@
+#include "ConvertView.h"
+
+#include <utility>
+
+ConvertView::ConvertView(NodeInfo::Ptr node, QObject* parent) : QObject(parent), nodeInfo_(std::move(node)) {}
+
+void ConvertView::setProgressValue(double value) {
+  if (value == progressValue_) return;
+  progressValue_ = value;
+  emit changed();
+}
+
+void ConvertView::resetProgress(double maximum) {
+  progressMaximum_ = maximum;
+  progressValue_ = 0;
+  emit changed();
+}
+
+void ConvertView::setRateText(const QString& text) {
+  if (text == rateText_) return;
+  rateText_ = text;
+  emit changed();
+}
+
+void ConvertView::setIsConvert(bool converting) {
+  if (converting == isConvert_) return;
+  isConvert_ = converting;
+  emit changed();
+}
+
+void ConvertView::setProgressWidth(int width) {
+  if (width == progressWidth_) return;
+  progressWidth_ = width;
+  emit changed();
+}
+
+void ConvertView::setButtons(bool startVisible, bool startEnabled, bool stopVisible) {
+  startVisible_ = startVisible;
+  startEnabled_ = startEnabled;
+  stopVisible_ = stopVisible;
+  emit changed();
+}
+
+void ConvertView::showQueued() { setButtons(false, true, true); }
+
+void ConvertView::showStopped() {
+  setButtons(true, true, false);
+  setProgressValue(0);
+  setRateText(QString());
+}
+
+void ConvertView::encodeButtonClick() {
+  if (!startVisible_ || !startEnabled_) return;
+  showQueued();
+  if (convertDelegate_ != nullptr) convertDelegate_->reConvert(this);
+}
+
+void ConvertView::stopButtonClick() {
+  if (!stopVisible_) return;
+  showStopped();
+  if (convertDelegate_ != nullptr) convertDelegate_->cancelConvert(this);
+}
+
+void ConvertView::finishConvert() {
+  setButtons(true, false, false);
+  setRateText(QStringLiteral("100%"));
+}

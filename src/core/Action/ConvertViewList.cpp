@@ -1,0 +1,216 @@
+#include "ConvertViewList.h"
+
+#include <QMutexLocker>
+#include <QThread>
+
+#include "Action/NodeInfoAction.h"
+#include "CommonClass/DistributedNotificationCenter.h"
+#include "CommonClass/KMVLog.h"
+#include "MediaClass/AddMetaDataAction.h"
+
+ConvertViewList::ConvertViewList() : convertMedia_(std::make_unique<ConvertMedia>()) {
+  DistributedNotificationCenter::defaultCenter().addObserver(this, QLatin1String(ConvertMedia::kConvertEndNotification),
+                                                             [this](const Notification&) { convertEnd(); });
+}
+
+ConvertViewList::~ConvertViewList() {
+  DistributedNotificationCenter::defaultCenter().removeObserver(this);
+  stopTimer();
+  if (isConvert_) convertMedia_->stopEnCode();
+}
+
+QList<ConvertView*> ConvertViewList::queuedRows() const {
+  QMutexLocker locker(&condition_);
+  QList<ConvertView*> rows;
+  for (const QPointer<ConvertView>& row : viewData_) {
+    if (row != nullptr) rows.append(row);
+  }
+  return rows;
+}
+
+void ConvertViewList::encode(const QList<ConvertView*>& rows) {
+  {
+    QMutexLocker locker(&condition_);
+    viewData_.clear();
+    for (ConvertView* row : rows) {
+      if (row == nullptr) continue;
+      row->setConvertDelegate(this);
+      row->showQueued();
+      viewData_.append(row);
+    }
+    nodeCount_ = static_cast<int>(viewData_.size());
+  }
+  isConvert_ = true;
+  if (nodeCount_ == 0) {
+    endRun();
+    return;
+  }
+  convert();
+}
+
+int32_t ConvertViewList::convert() {
+  ConvertView* row = nullptr;
+  {
+    QMutexLocker locker(&condition_);
+    isCancelConvert_ = false;
+    while (!viewData_.isEmpty() && viewData_.front() == nullptr) viewData_.removeFirst();
+    if (viewData_.isEmpty()) return -1;
+    row = viewData_.front();
+    currentView_ = row;
+    row->setConvertDelegate(this);
+
+    convertMedia_->stopEnCode();
+    convertMedia_ = std::make_unique<ConvertMedia>();
+    convertMedia_->setDelegate(this);
+
+    const NodeInfo::Ptr& node = row->nodeInfo();
+    if (node->getChildNodeCount() > 0) NodeInfoAction::updateNodeInfo(node);
+    timeCount_ = node->mediaFileInfo().dTotalTime();
+    row->resetProgress(timeCount_);
+    row->setRateText(timeCount_ > 0 ? QStringLiteral("1%") : QString());
+    row->showQueued();
+    startTimer();
+  }
+
+  const int32_t result = convertMedia_->encode(row->nodeInfo());
+  // Gives the converter time to change state before it is asked anything.
+  QThread::usleep(500);
+  if (result != 0) {
+    KMVLog::Log(QStringLiteral("convert reConvert....."));
+    if (!convertMedia_->refusal().isEmpty()) KMVLog::Log(convertMedia_->refusal());
+    row->showStopped();
+    removeRow(row);
+    reConvert();
+    return result;
+  }
+  row->setIsConvert(true);
+  KMVLog::Log(QStringLiteral("Converting ..."));
+  return result;
+}
+
+void ConvertViewList::reConvert() {
+  if (nodeCount_ > 0) {
+    convert();
+    return;
+  }
+  stopEncode();
+  if (currentView_ != nullptr) currentView_->fillProgress();
+  endRun();
+}
+
+void ConvertViewList::reConvert(ConvertView* row) {
+  if (row == nullptr) return;
+  QMutexLocker locker(&condition_);
+  if (viewData_.contains(row)) return;
+  row->setConvertDelegate(this);
+  row->showQueued();
+  viewData_.append(row);
+  nodeCount_ = static_cast<int>(viewData_.size());
+}
+
+void ConvertViewList::cancelConvert(ConvertView* row) {
+  if (row == nullptr) return;
+  if (row != currentView_ || !row->isConvert()) {
+    removeRow(row);
+    return;
+  }
+  convertMedia_->deleteVideoName();
+  isCancelConvert_ = true;
+  stopEncode();
+  removeRow(row);
+  // Gives the converter time to begin the abort, which ends in "CONVERTEND".
+  QThread::usleep(100);
+}
+
+void ConvertViewList::cancelConvertAll() {
+  convertMedia_->deleteVideoName();
+  stopEncode();
+  QMutexLocker locker(&condition_);
+  viewData_.clear();
+  nodeCount_ = 0;
+}
+
+void ConvertViewList::stopEncode() {
+  if (currentView_ == nullptr || !currentView_->isConvert()) return;
+  stopTimer();
+  convertMedia_->stopEnCode();
+  currentView_->setIsConvert(false);
+}
+
+void ConvertViewList::getEncodeCurrentTime() {
+  if (convertMedia_ == nullptr || currentView_ == nullptr) return;
+  const double seconds = convertMedia_->getCurrentTime() / 1000000.0;
+  if (seconds <= 0) return;
+  currentView_->setProgressValue(seconds);
+  if (timeCount_ > 0) currentView_->setRateText(QString::asprintf("%0.0f%%", seconds / timeCount_ * 100));
+}
+
+void ConvertViewList::convertEnd() {
+  // The distributed centre also delivers the ends of other programs' conversions.
+  if (currentView_ == nullptr || !convertMedia_->hasEnded()) return;
+  KMVLog::Log(QStringLiteral("convertEnd ....1"));
+  ConvertView* row = currentView_;
+  // A stop that reached the converter after it had written the whole output
+  // came too late: the row is finished, so that putting it back cannot write
+  // its output a second time.
+  const bool stopTooLate = isCancelConvert_ && hasWrittenWholeOutput();
+  if (row->isConvert() || stopTooLate) {
+    AddMetaDataAction::addMetaData(*row->nodeInfo(), convertMedia_->videoPath());
+    row->setIsConvert(false);
+  }
+  if (isCancelConvert_ && !stopTooLate) {
+    KMVLog::Log(QStringLiteral("CancelConvert"));
+  } else {
+    row->finishConvert();
+    row->fillProgress();
+  }
+  KMVLog::Log(QStringLiteral("convertEnd ....2"));
+  removeRow(row);
+  currentView_ = nullptr;
+
+  if (nodeCount_ > 0) {
+    KMVLog::Log(QStringLiteral("convertEnd ....3"));
+    convert();
+    return;
+  }
+  KMVLog::Log(QStringLiteral("convertEnd ....4"));
+  stopTimer();
+  KMVLog::Log(QStringLiteral("convertEnd ....5"));
+  endRun();
+}
+
+bool ConvertViewList::hasWrittenWholeOutput() const {
+  const double length = convertMedia_->getLength();
+  return length > 0 && convertMedia_->getCurrentTime() >= length;
+}
+
+void ConvertViewList::showMessage(const QString& message) {
+  if (delegate_ != nullptr) delegate_->showMessage(message);
+}
+
+void ConvertViewList::removeRow(ConvertView* row) {
+  QMutexLocker locker(&condition_);
+  viewData_.removeAll(row);
+  nodeCount_ = static_cast<int>(viewData_.size());
+}
+
+void ConvertViewList::startTimer() {
+  if (timer_ != nullptr) return;
+  timer_ = new QTimer(this);
+  timer_->setInterval(kProgressIntervalMs);
+  connect(timer_, &QTimer::timeout, this, &ConvertViewList::getEncodeCurrentTime);
+  timer_->start();
+}
+
+void ConvertViewList::stopTimer() {
+  delete timer_;
+  timer_ = nullptr;
+}
+
+void ConvertViewList::endRun() {
+  stopTimer();
+  currentView_ = nullptr;
+  if (!isConvert_) return;
+  isConvert_ = false;
+  if (delegate_ != nullptr) delegate_->convertEnd();
+}

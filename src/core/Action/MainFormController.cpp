@@ -1,0 +1,246 @@
+#include "MainFormController.h"
+
+#include <QFileInfo>
+#include <QThread>
+
+#include "Action/MainListAction.h"
+#include "Action/MediaFileTypes.h"
+#include "Action/NodeInfoAction.h"
+#include "Action/UIAction.h"
+#include "CommonClass/CommonClass.h"
+#include "CommonClass/GlobalSettings.h"
+#include "CommonClass/KMVLog.h"
+#include "CommonClass/PlatformServices.h"
+#include "CommonClass/UserDefaults.h"
+#include "ValueObject/UIInfoDB.h"
+
+int32_t MainFormController::lastSelectAllowFiles = 0;
+int32_t MainFormController::kImageIndex = 1;
+
+namespace {
+
+// The index of the button chosen; without a presenter the first (default)
+// button is taken and the question logged.
+int ask(const QString& message, const QString& informativeText, const QStringList& buttons) {
+  if (AlertPresenter* alerts = PlatformServices::alerts()) return alerts->ask(message, informativeText, buttons);
+  KMVLog::Log(message + QLatin1Char(' ') + informativeText);
+  return 0;
+}
+
+bool revealInFileViewer(const QString& path) {
+  Workspace* workspace = PlatformServices::workspace();
+  return workspace != nullptr && workspace->revealInFileViewer(path);
+}
+
+bool carriesCoverIntoWindowsMedia(const NodeInfo& item) {
+  const QString extension = item.curProfileSetting().extName().toLower();
+  return !item.metaData().image().isEmpty() && (extension == QLatin1String("wmv") || extension == QLatin1String("wma"));
+}
+
+int32_t snapshotImageType(const QString& format) {
+  if (format == QLatin1String("png")) return 4;
+  if (format == QLatin1String("jpg")) return 3;
+  return 1;
+}
+
+}  // namespace
+
+MainFormController::MainFormController() = default;
+
+// The queue refers to the rows, so it goes first.
+MainFormController::~MainFormController() { convertViewList_.reset(); }
+
+bool MainFormController::isMergeChecked() const {
+  return UIInfoDB::defaultDB().isChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName));
+}
+
+void MainFormController::setMergeChecked(bool checked) {
+  UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), checked);
+}
+
+NodeInfo::List MainFormController::videoData() const { return NodeInfoAction::getRootNode()->childNode(); }
+
+void MainFormController::addFileClick() {
+  if (isConverting() || isShowWindow_) return;
+  FilePanels* panels = PlatformServices::panels();
+  if (panels == nullptr) return;
+  const QStringList paths = panels->openFiles(MediaFileTypes::configOpenAllowFileWithIndex(lastSelectAllowFiles));
+  if (!paths.isEmpty()) addFilesToMainList(paths);
+}
+
+void MainFormController::addFilesToMainList(const QStringList& paths) {
+  if (paths.isEmpty()) return;
+  MainFormAction(this).addFile(paths);
+  DefInputPath = QFileInfo(paths.front()).absolutePath();
+  UserDefaults& defaults = UserDefaults::standardUserDefaults();
+  defaults.setObject(DefInputPath, QStringLiteral("DefInputPath"));
+  defaults.synchronize();
+  updateListState();
+}
+
+void MainFormController::addViewByPbData(const QStringList& paths) {
+  if (isShowWindow_) return;
+  QStringList accepted;
+  for (const QString& path : paths) {
+    if (MediaFileTypes::isAccepted(path)) accepted.append(path);
+  }
+  if (accepted.isEmpty()) return;
+  MainFormAction(this).addFile(accepted);
+  updateListState();
+}
+
+void MainFormController::andViewByPb(const QString& path) { addViewByPbData({path}); }
+
+void MainFormController::downloadFormDidAddFiles(const QStringList& paths) {
+  if (isConverting()) {
+    CommonClass::showMessage(QLatin1String(kImportRefusal), QString());
+    return;
+  }
+  addFilesToMainList(paths);
+}
+
+void MainFormController::clearAllFile() {
+  if (isConverting()) return;
+  MainListAction::clearAllFile();
+  updateListState();
+}
+
+void MainFormController::mergeNode(const NodeInfo::List& selection) {
+  if (isConverting()) return;
+  if (const QString refusal = MainListAction::whyMergeRefused(selection); !refusal.isEmpty()) {
+    CommonClass::showMessage(refusal);
+    return;
+  }
+  MainListAction::makeMergeBySelectedNodes(MainListAction::expandSlideAndMergeNode(selection));
+  emit listChanged();
+}
+
+void MainFormController::applyToAll(const NodeInfo::Ptr& current, bool applyAllChecked) {
+  if (isConverting() || current == nullptr) return;
+  if (applyAllChecked) MainListAction::applyToAll(current);
+  emit listChanged();
+}
+
+void MainFormController::deleteItemView(const NodeInfo::Ptr& item) {
+  if (isConverting()) return;
+  MainListAction::removeFiles({item});
+  updateListState();
+}
+
+void MainFormController::moveUpClick(const NodeInfo::Ptr& item) {
+  if (!isConverting() && MainListAction::fileMoveUp(item)) emit listChanged();
+}
+
+void MainFormController::moveNextClick(const NodeInfo::Ptr& item) {
+  if (!isConverting() && MainListAction::fileMoveDown(item)) emit listChanged();
+}
+
+void MainFormController::selectPath() {
+  UIAction::creatOutputDirectory(DefOutputPath);
+  FilePanels* panels = PlatformServices::panels();
+  if (panels == nullptr) return;
+  const QString chosen = panels->openFolder(DefOutputPath);
+  if (!chosen.isEmpty()) DefOutputPath = chosen;
+}
+
+void MainFormController::openOutputPath() {
+  UIAction::creatOutputDirectory(DefOutputPath);
+  revealInFileViewer(DefOutputPath);
+}
+
+bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
+  if (!takeSnapshot) return false;
+  UIAction::creatOutputDirectory(photoOutputPath);
+  const QString path =
+      QString::asprintf("%s/%05d.%s", qUtf8Printable(photoOutputPath), kImageIndex, qUtf8Printable(photoOutputFormat));
+  if (takeSnapshot(path, snapshotImageType(photoOutputFormat)) != 0) return false;
+  ++kImageIndex;
+  return true;
+}
+
+void MainFormController::showConverterWindowModal() {
+  if (isConverting()) return;
+  if (videoData().isEmpty()) {
+    CommonClass::showMessage(QLatin1String(kEmptyListAlert));
+    return;
+  }
+  if (!confirmCoverInWindowsMedia()) return;
+  prepareOutputs();
+  if (isMergeChecked()) NodeInfoAction::createMergeTableNodeInfo();
+
+  convertViewList_.reset();
+  initKMVViewList();
+  QThread::usleep(100);
+  setWindowState(WindowState::kConverting);
+  cancelButtonVisible_ = true;
+
+  convertViewList_ = std::make_unique<ConvertViewList>();
+  convertViewList_->setDelegate(this);
+  QThread::usleep(500);
+  isCancelAllConvert_ = false;
+  QList<ConvertView*> rows;
+  for (const auto& row : convertViews_) rows.append(row.get());
+  convertViewList_->encode(rows);
+}
+
+bool MainFormController::confirmCoverInWindowsMedia() {
+  for (const NodeInfo::Ptr& item : videoData()) {
+    if (carriesCoverIntoWindowsMedia(*item)) {
+      return ask(QLatin1String(kCoverQuestion), QString(), {QStringLiteral("YES"), QStringLiteral("NO")}) == 0;
+    }
+  }
+  return true;
+}
+
+void MainFormController::prepareOutputs() {
+  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+  root->setOutputPath(DefOutputPath);
+  for (const NodeInfo::Ptr& item : root->childNode()) {
+    item->setOutputPath(DefOutputPath);
+    item->setConverterState(0);
+  }
+  UIAction::creatOutputDirectory(DefOutputPath);
+  QThread::usleep(100);
+}
+
+void MainFormController::initKMVViewList() {
+  convertViews_.clear();
+  for (const NodeInfo::Ptr& item : NodeInfoAction::rootNode()->childNode()) {
+    if (item->isSelected()) convertViews_.push_back(std::make_unique<ConvertView>(item));
+  }
+}
+
+void MainFormController::cancelConvertButtonClick() {
+  if (!isConverting() || convertViewList_ == nullptr) return;
+  if (ask(kProductName, QLatin1String(kCancelQuestion), {QStringLiteral("Yes"), QStringLiteral("No")}) != 0) return;
+  cancelButtonVisible_ = false;
+  isCancelAllConvert_ = true;
+  convertViewList_->cancelConvertAll();
+}
+
+void MainFormController::addItemView(const NodeInfo::Ptr& node) {
+  if (currentProfile_) node->setCurProfileSetting(*currentProfile_);
+  emit listChanged();
+}
+
+void MainFormController::convertEnd() {
+  if (!isConverting()) return;
+  if (!isCancelAllConvert_) CommonClass::showMessage(QLatin1String(kCompleteAlert));
+  cancelButtonVisible_ = false;
+  updateListState();
+  if (!isCancelAllConvert_) revealInFileViewer(DefOutputPath);
+  isCancelAllConvert_ = false;
+}
+
+void MainFormController::showMessage(const QString& message) { CommonClass::showMessage(message); }
+
+void MainFormController::setWindowState(WindowState state) {
+  if (state == state_) return;
+  state_ = state;
+  emit windowStateChanged(state);
+}
+
+void MainFormController::updateListState() {
+  setWindowState(videoData().isEmpty() ? WindowState::kEmpty : WindowState::kReady);
+  emit listChanged();
+}

@@ -1,0 +1,119 @@
+// The main window's command logic without widgets: adding, dropping and
+// importing files, clearing, merging, applying a profile to all items, the
+// output folder, snapshots, starting and cancelling conversion, and the
+// window's three states. Alerts go through AlertPresenter, panels through
+// FilePanels and revealing folders through Workspace.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Action/ConvertView.h"
+#include "Action/ConvertViewList.h"
+#include "Action/MainFormAction.h"
+#include "ValueObject/NodeInfo.h"
+
+class MainFormController : public QObject, public MainFormActionDelegate, public ConvertViewListDelegate {
+  Q_OBJECT
+
+ public:
+  // Empty: no items. Ready: items, nothing converting. Converting: the
+  // conversion list is shown and the list cannot change.
+  enum class WindowState { kEmpty, kReady, kConverting };
+
+  // Takes a snapshot of the preview into the path, as image type 4 (png),
+  // 3 (jpg) or 1; returns the player's result, 0 for success.
+  using SnapshotTaker = std::function<int32_t(const QString& path, int32_t imageType)>;
+
+  static constexpr const char* kImportRefusal = "Can't import file when the conversion is processing";
+  static constexpr const char* kEmptyListAlert = "Please add files !";
+  static constexpr const char* kCancelQuestion = "Cancel convertion?";
+  static constexpr const char* kCompleteAlert = "Conversion complete!";
+  static constexpr const char* kCoverQuestion =
+      "The WMV/WMA file you're converting cannot be imported to the early version of Windows Movie Maker because it "
+      "includes an album cover.Click \"Yes\" to continue converting, or \"No\" to stop.";
+
+  // The add-files panel's filter chosen last; the number of the next snapshot.
+  static int32_t lastSelectAllowFiles;
+  static int32_t kImageIndex;
+
+  MainFormController();
+  ~MainFormController() override;
+
+  WindowState windowState() const { return state_; }
+  // The conversion list is shown.
+  bool isConverting() const { return state_ == WindowState::kConverting; }
+  // Shown while converting until the user confirms cancelling.
+  bool isCancelButtonVisible() const { return cancelButtonVisible_; }
+  // An editor window is open; adding is refused meanwhile.
+  bool isShowWindow() const { return isShowWindow_; }
+  void setIsShowWindow(bool shown) { isShowWindow_ = shown; }
+  bool isMergeChecked() const;
+  void setMergeChecked(bool checked);
+  // The output profile newly added items get.
+  void setCurrentProfile(const ProfileSettingInfo& profile) { currentProfile_ = profile; }
+  // The items of the main list, in order.
+  NodeInfo::List videoData() const;
+
+  // Adding files: the panel, a list of paths, drops and the download window.
+  void addFileClick();
+  void addFilesToMainList(const QStringList& paths);
+  void addViewByPbData(const QStringList& paths);
+  void andViewByPb(const QString& path);
+  void downloadFormDidAddFiles(const QStringList& paths);
+
+  void clearAllFile();
+  void mergeNode(const NodeInfo::List& selection);
+  // Copies the current item's profile to every item when `applyAllChecked`.
+  void applyToAll(const NodeInfo::Ptr& current, bool applyAllChecked);
+  void deleteItemView(const NodeInfo::Ptr& item);
+  void moveUpClick(const NodeInfo::Ptr& item);
+  void moveNextClick(const NodeInfo::Ptr& item);
+
+  // The output folder: chosen through a panel, or revealed.
+  void selectPath();
+  void openOutputPath();
+  // Saves a snapshot as "<photoOutputPath>/<00001>.<format>"; true on success.
+  bool photoButtonClick(const SnapshotTaker& takeSnapshot);
+
+  void showConverterWindowModal();
+  void cancelConvertButtonClick();
+
+  // The rows of the conversion list of the last start.
+  const std::vector<std::unique_ptr<ConvertView>>& convertViews() const { return convertViews_; }
+  ConvertViewList* convertViewList() const { return convertViewList_.get(); }
+
+  // MainFormActionDelegate and ConvertViewListDelegate.
+  void addItemView(const NodeInfo::Ptr& node) override;
+  void convertEnd() override;
+  void showMessage(const QString& message) override;
+
+ signals:
+  void windowStateChanged(MainFormController::WindowState state);
+  // Items were added, removed, reordered or changed.
+  void listChanged();
+
+ private:
+  void setWindowState(WindowState state);
+  // Empty or Ready, after the list changed.
+  void updateListState();
+  // The first item asked about, if any, lets the conversion go on.
+  bool confirmCoverInWindowsMedia();
+  void prepareOutputs();
+  void initKMVViewList();
+
+  WindowState state_ = WindowState::kEmpty;
+  bool isShowWindow_ = false;
+  bool isCancelAllConvert_ = false;
+  bool cancelButtonVisible_ = false;
+  std::optional<ProfileSettingInfo> currentProfile_;
+  std::vector<std::unique_ptr<ConvertView>> convertViews_;
+  std::unique_ptr<ConvertViewList> convertViewList_;
+};

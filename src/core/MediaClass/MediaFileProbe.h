@@ -1,0 +1,22 @@
+// Probing one file through the converter library, with the texts that say
+// why a file cannot be used. The player and the conversion job share it.
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+#include "videoconverter.h"
+
+struct MediaFileProbe {
+  // 0, the library's failure code, or -1 for a file with neither video nor audio.
+  int32_t result = -1;
+  // Why the probe failed; empty after a success.
+  QString message;
+  // A copy of the library's record after a success.
+  DECODER_INFO info{};
+};
+
+// Probes `path` (not empty), writing a thumbnail to `imageName` when one is
+// given; `audioOnly` skips all video work.
+MediaFileProbe probeMediaFile(const QString& path, const QString& imageName, bool audioOnly);

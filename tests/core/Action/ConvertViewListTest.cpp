@@ -1,0 +1,238 @@
+// The conversion queue on real conversions: tiny clips made by ffmpeg, added
+// through the real probe, converted by the engine, with the real event loop
+// delivering progress and "CONVERTEND".
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <memory>
+#include <vector>
+
+#include "Action/ConvertView.h"
+#include "Action/ConvertViewList.h"
+#include "Action/MainFormAction.h"
+#include "Action/NodeInfoAction.h"
+#include "CommonClass/DistributedNotificationCenter.h"
+#include "CommonClass/GlobalSettings.h"
+#include "TestEnvironment.h"
+#include "support/ConversionTestSupport.h"
+#include "support/GeneratedMedia.h"
+
+namespace {
+
+// An output name no output path can hold: the job refuses it before starting.
+const QString kNameTooLong(5000, QLatin1Char('n'));
+
+class AddedNodes : public MainFormActionDelegate {
+ public:
+  void addItemView(const NodeInfo::Ptr& node) override { nodes.append(node); }
+  NodeInfo::List nodes;
+};
+
+class RecordingMainWindow : public ConvertViewListDelegate {
+ public:
+  void convertEnd() override { ++endCount; }
+  void showMessage(const QString& message) override { messages.append(message); }
+  int endCount = 0;
+  QStringList messages;
+};
+
+class ConversionQueue : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    media = new modeltest::MediaFolder;
+    clip = modeltest::tinyClip(*media, QStringLiteral("clip.mp4"));
+  }
+  static void TearDownTestSuite() {
+    delete media;
+    media = nullptr;
+  }
+
+  void SetUp() override {
+    TestEnvironment::resetApplicationState();
+    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
+    sysTmpPath = media->path(QStringLiteral("scratch"));
+    videoImagePath = sysTmpPath + QStringLiteral("/Images");
+    outputFolder = media->path(QStringLiteral("out"));
+    QDir(outputFolder).removeRecursively();
+    QDir().mkpath(outputFolder);
+    VideoConverter_SetTempPath(media->folder().toUtf8().constData());
+    queue.setDelegate(&window);
+  }
+  void TearDown() override {
+    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
+    TestEnvironment::resetApplicationState();
+  }
+
+  // Rows for `count` copies of the clip, output names "row0", "row1", ...
+  // Each node carries a title to write into its output.
+  void makeRows(int count) {
+    AddedNodes added;
+    MainFormAction(&added).addFile(QStringList(count, clip));
+    ASSERT_EQ(added.nodes.size(), count);
+    for (int index = 0; index < count; ++index) {
+      const NodeInfo::Ptr& node = added.nodes[index];
+      node->setCurProfileSetting(modeltest::smallProfile());
+      node->setMetaEditEnable(true);
+      node->metaData().setTitle(QStringLiteral("Title %1").arg(index));
+      node->setOutputPath(outputFolder);
+      node->setOutputFilename(QStringLiteral("row%1").arg(index));
+      auto row = std::make_unique<ConvertView>(node);
+      ConvertView* view = row.get();
+      QObject::connect(view, &ConvertView::changed, [this, view] { noteChange(view); });
+      rows.push_back(std::move(row));
+    }
+  }
+
+  QList<ConvertView*> rowList() const {
+    QList<ConvertView*> list;
+    for (const auto& row : rows) list.append(row.get());
+    return list;
+  }
+
+  // Records the order rows start converting in, and whether two ever ran at once.
+  void noteChange(ConvertView* view) {
+    int running = 0;
+    for (const auto& row : rows) running += row->isConvert() ? 1 : 0;
+    if (running > 1) twoRanAtOnce = true;
+    if (view->isConvert() && (started.isEmpty() || started.back() != view)) started.append(view);
+  }
+
+  QString outputOf(int index) const { return QStringLiteral("%1/row%2.mp4").arg(outputFolder).arg(index); }
+  static QString titleIn(const QString& path) { return MediaMetaData::initWithFile(path, QString()).title(); }
+
+  bool waitForEnd() {
+    return modeltest::waitUntil([this] { return window.endCount > 0; });
+  }
+
+  static inline modeltest::MediaFolder* media = nullptr;
+  static inline QString clip;
+  QString outputFolder;
+  RecordingMainWindow window;
+  ConvertViewList queue;
+  std::vector<std::unique_ptr<ConvertView>> rows;
+  QList<ConvertView*> started;
+  bool twoRanAtOnce = false;
+};
+
+TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
+  makeRows(3);
+  queue.encode(rowList());
+  ASSERT_TRUE(waitForEnd());
+
+  EXPECT_EQ(started, rowList());
+  EXPECT_FALSE(twoRanAtOnce);
+  EXPECT_EQ(window.endCount, 1);
+  EXPECT_FALSE(queue.isConvert());
+  EXPECT_TRUE(queue.queuedRows().isEmpty());
+  for (int index = 0; index < 3; ++index) {
+    SCOPED_TRACE(index);
+    const ConvertView& row = *rows[index];
+    EXPECT_EQ(row.rateText(), QStringLiteral("100%"));
+    EXPECT_EQ(row.progressValue(), row.progressMaximum());
+    EXPECT_GT(row.progressMaximum(), 0.5);
+    EXPECT_TRUE(row.isStartButtonVisible());
+    EXPECT_FALSE(row.isStartButtonEnabled());
+    EXPECT_FALSE(row.isStopButtonVisible());
+    EXPECT_NEAR(modeltest::ffprobeDuration(modeltest::ffprobe(outputOf(index))), 1.0, 0.3);
+    EXPECT_EQ(titleIn(outputOf(index)), QStringLiteral("Title %1").arg(index));
+  }
+  // A late "CONVERTEND" from elsewhere does not end the run a second time.
+  DistributedNotificationCenter::defaultCenter().postNotificationName(
+      QLatin1String(ConvertMedia::kConvertEndNotification), QString(), true);
+  EXPECT_EQ(window.endCount, 1);
+}
+
+TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {
+  makeRows(3);
+  queue.encode(rowList());
+  ConvertView& running = *rows[0];
+  ConvertView& waiting = *rows[1];
+  ASSERT_TRUE(running.isConvert());
+  EXPECT_TRUE(waiting.isStopButtonVisible());
+  EXPECT_FALSE(waiting.isStartButtonVisible());
+
+  waiting.stopButtonClick();
+  EXPECT_TRUE(running.isConvert()) << "stopping a waiting row touched the running one";
+  EXPECT_EQ(queue.queuedRows(), (QList<ConvertView*>{&running, rows[2].get()}));
+  EXPECT_TRUE(waiting.isStartButtonVisible());
+  EXPECT_TRUE(waiting.isStartButtonEnabled());
+  EXPECT_FALSE(waiting.isStopButtonVisible());
+
+  running.stopButtonClick();
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(started, (QList<ConvertView*>{&running, rows[2].get()}));
+  EXPECT_EQ(window.endCount, 1);
+  // The stopped running row: no tags, start enabled, no percentage.
+  EXPECT_TRUE(running.isStartButtonEnabled());
+  EXPECT_FALSE(running.isStopButtonVisible());
+  EXPECT_TRUE(running.rateText().isEmpty());
+  EXPECT_TRUE(titleIn(outputOf(0)).isEmpty());
+  EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
+  EXPECT_EQ(rows[2]->rateText(), QStringLiteral("100%"));
+  EXPECT_EQ(titleIn(outputOf(2)), QStringLiteral("Title 2"));
+}
+
+TEST_F(ConversionQueue, StoppedRowPutBackRunsAfterTheWaitingRows) {
+  makeRows(3);
+  queue.encode(rowList());
+  ConvertView& second = *rows[1];
+  second.stopButtonClick();
+  second.encodeButtonClick();
+  EXPECT_FALSE(second.isStartButtonVisible());
+  EXPECT_TRUE(second.isStopButtonVisible());
+  // Pressing start again does not queue the row twice.
+  queue.reConvert(&second);
+  EXPECT_EQ(queue.queuedRows(), (QList<ConvertView*>{rows[0].get(), rows[2].get(), &second}));
+
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get(), &second}));
+  EXPECT_EQ(window.endCount, 1);
+  for (int index = 0; index < 3; ++index) EXPECT_EQ(rows[index]->rateText(), QStringLiteral("100%")) << index;
+}
+
+TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
+  makeRows(3);
+  queue.encode(rowList());
+  ASSERT_TRUE(rows[0]->isConvert());
+  queue.cancelConvertAll();
+  EXPECT_TRUE(queue.queuedRows().isEmpty());
+
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(started, QList<ConvertView*>{rows[0].get()});
+  EXPECT_EQ(window.endCount, 1);
+  EXPECT_EQ(rows[0]->rateText(), QStringLiteral("100%"));
+  EXPECT_EQ(rows[0]->progressValue(), rows[0]->progressMaximum());
+  EXPECT_FALSE(rows[0]->isStartButtonEnabled());
+  EXPECT_TRUE(titleIn(outputOf(0)).isEmpty()) << "tags written into a cancelled output";
+  EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
+  EXPECT_FALSE(QFileInfo::exists(outputOf(2)));
+}
+
+TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
+  makeRows(3);
+  rows[1]->nodeInfo()->setOutputFilename(kNameTooLong);
+  queue.encode(rowList());
+
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get()}));
+  EXPECT_EQ(window.endCount, 1);
+  EXPECT_TRUE(rows[1]->rateText().isEmpty());
+  EXPECT_TRUE(rows[1]->isStartButtonEnabled());
+  EXPECT_TRUE(QFileInfo::exists(outputOf(0)));
+  EXPECT_TRUE(QFileInfo::exists(outputOf(2)));
+}
+
+TEST_F(ConversionQueue, RunWhoseEveryRowFailsStillEndsOnce) {
+  makeRows(2);
+  for (const auto& row : rows) row->nodeInfo()->setOutputFilename(kNameTooLong);
+  queue.encode(rowList());
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_TRUE(started.isEmpty());
+  EXPECT_EQ(window.endCount, 1);
+  EXPECT_FALSE(queue.isConvert());
+  EXPECT_TRUE(QDir(outputFolder).isEmpty());
+}
+
+}  // namespace

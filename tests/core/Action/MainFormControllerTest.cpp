@@ -1,0 +1,342 @@
+// The main window's commands without widgets: real files added through the
+// real probe, real conversions through the queue, and recording fakes for
+// the alerts, panels and file viewer.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "Action/MainFormController.h"
+#include "Action/MainListAction.h"
+#include "Action/MediaFileTypes.h"
+#include "Action/NodeInfoAction.h"
+#include "CommonClass/GlobalSettings.h"
+#include "RecordingAlertPresenter.h"
+#include "TestEnvironment.h"
+#include "support/ConversionTestSupport.h"
+#include "support/GeneratedMedia.h"
+
+namespace {
+
+using WindowState = MainFormController::WindowState;
+
+class RecordingPanels : public FilePanels {
+ public:
+  QString savePanel(const QString&, const QString&) override { return {}; }
+  QString openFolder(const QString& startFolder) override {
+    folderStarts.append(startFolder);
+    return chosenFolder;
+  }
+  QString openSingleFile(const QStringList&) override { return {}; }
+  QStringList openFiles(const QStringList& extensions) override {
+    offeredExtensions = extensions;
+    return chosenFiles;
+  }
+  QStringList chosenFiles;
+  QStringList offeredExtensions;
+  QString chosenFolder;
+  QStringList folderStarts;
+};
+
+class RecordingWorkspace : public Workspace {
+ public:
+  bool revealInFileViewer(const QString& path) override {
+    revealed.append(path);
+    return true;
+  }
+  bool openAddress(const QString&) override { return true; }
+  QStringList revealed;
+};
+
+class MainWindowCommands : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    media = new modeltest::MediaFolder;
+    modeltest::tinyClip(*media, QStringLiteral("first.mp4"));
+    modeltest::tinyClip(*media, QStringLiteral("second.mp4"));
+    media->audioClip(QStringLiteral("song.mp3"), 1);
+    media->writeFile(QStringLiteral("broken.mp4"), "not a film");
+    media->writeFile(QStringLiteral("notes.avi"), {});
+  }
+  static void TearDownTestSuite() {
+    delete media;
+    media = nullptr;
+  }
+
+  void SetUp() override {
+    TestEnvironment::resetApplicationState();
+    dropTables();
+    sysTmpPath = media->path(QStringLiteral("scratch"));
+    videoImagePath = sysTmpPath + QStringLiteral("/Images");
+    DefOutputPath = media->path(QStringLiteral("out"));
+    QDir(DefOutputPath).removeRecursively();
+    VideoConverter_SetTempPath(media->folder().toUtf8().constData());
+    PlatformServices::install(&alerts, &panels, &workspace);
+    controller.setCurrentProfile(modeltest::smallProfile());
+  }
+  void TearDown() override {
+    PlatformServices::install(nullptr, nullptr, nullptr);
+    dropTables();
+    TestEnvironment::resetApplicationState();
+  }
+  static void dropTables() {
+    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
+    UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), false);
+    NodeInfoAction::clearAllMergeNodeInfo();
+  }
+
+  static QString path(const char* name) { return media->path(QLatin1String(name)); }
+  void addTwoClips() {
+    controller.addFilesToMainList({path("first.mp4"), path("second.mp4")});
+    ASSERT_EQ(controller.videoData().size(), 2);
+  }
+  bool waitForIdle() {
+    return modeltest::waitUntil([this] { return !controller.isConverting(); });
+  }
+  QStringList alertTexts() const {
+    QStringList texts;
+    for (const auto& alert : alerts.alerts) texts.append(alert.message + QLatin1Char('|') + alert.informativeText);
+    return texts;
+  }
+
+  static inline modeltest::MediaFolder* media = nullptr;
+  RecordingAlertPresenter alerts;
+  RecordingPanels panels;
+  RecordingWorkspace workspace;
+  MainFormController controller;
+};
+
+TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRest) {
+  std::vector<WindowState> states;
+  QObject::connect(&controller, &MainFormController::windowStateChanged,
+                   [&states](WindowState state) { states.push_back(state); });
+  panels.chosenFiles = {path("broken.mp4"), path("first.mp4"), path("notes.avi")};
+  MainFormController::lastSelectAllowFiles = 1;
+  controller.addFileClick();
+
+  EXPECT_EQ(panels.offeredExtensions, MediaFileTypes::configOpenAllowFileWithIndex(1));
+  ASSERT_EQ(alerts.alerts.size(), 1u);
+  EXPECT_EQ(alerts.alerts[0].message, QStringLiteral("There are 2 files:\nbroken.mp4\nnotes.avi\n Decode failed"));
+  ASSERT_EQ(controller.videoData().size(), 1);
+  EXPECT_EQ(controller.videoData()[0]->inputFilename(), path("first.mp4"));
+  EXPECT_EQ(controller.videoData()[0]->curProfileSetting().extName(), QStringLiteral("mp4"));
+  EXPECT_EQ(DefInputPath, media->folder());
+  EXPECT_EQ(states, std::vector<WindowState>{WindowState::kReady});
+
+  controller.clearAllFile();
+  EXPECT_TRUE(controller.videoData().isEmpty());
+  EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
+  MainFormController::lastSelectAllowFiles = 0;
+}
+
+TEST_F(MainWindowCommands, PanelFiltersOfferTheAcceptedExtensionsInBothCases) {
+  const QStringList all = MediaFileTypes::configOpenAllowFileWithIndex(0);
+  EXPECT_EQ(all.size(), (44 + 31) * 2);
+  EXPECT_TRUE(all.contains(QStringLiteral("M2TS")) && all.contains(QStringLiteral("m2ts")));
+  EXPECT_FALSE(MediaFileTypes::configOpenAllowFileWithIndex(1).contains(QStringLiteral("flac")));
+  EXPECT_FALSE(MediaFileTypes::configOpenAllowFileWithIndex(2).contains(QStringLiteral("mp4")));
+  EXPECT_TRUE(MediaFileTypes::configOpenAllowFileWithIndex(3).isEmpty());
+  EXPECT_TRUE(MediaFileTypes::configOpenAllowFileWithIndex(-1).isEmpty());
+  EXPECT_EQ(MediaFileTypes::filterNames().size(), 4);
+}
+
+TEST_F(MainWindowCommands, DroppingIgnoresUnknownFilesAndOpenEditors) {
+  controller.addViewByPbData({path("first.mp4"), media->path(QStringLiteral("readme.txt"))});
+  EXPECT_EQ(controller.videoData().size(), 1);
+  EXPECT_TRUE(alerts.alerts.empty());
+  controller.setIsShowWindow(true);
+  controller.andViewByPb(path("second.mp4"));
+  EXPECT_EQ(controller.videoData().size(), 1);
+}
+
+TEST_F(MainWindowCommands, MergeRefusalsAndNaming) {
+  controller.addFilesToMainList({path("first.mp4"), path("song.mp3"), path("second.mp4")});
+  const NodeInfo::List items = controller.videoData();
+  ASSERT_EQ(items.size(), 3);
+
+  controller.mergeNode({items[0]});
+  controller.mergeNode(items);
+  EXPECT_EQ(alertTexts(),
+            (QStringList{kProductName + "|Merge is effective only when two or more files are chosen",
+                         kProductName + "|Merge is effective only when all selected files are video or audio"}));
+  EXPECT_EQ(controller.videoData(), items) << "a refused merge changed the list";
+
+  const int32_t number = MainListAction::totalMakeMergeCount;
+  controller.mergeNode({items[2], items[0]});
+  ASSERT_EQ(controller.videoData().size(), 2);
+  const NodeInfo::Ptr group = controller.videoData()[1];
+  EXPECT_EQ(group->type(), NodeInfo::kTypeMerged);
+  EXPECT_EQ(group->outputFilename(), QStringLiteral("Merge %1").arg(number));
+  EXPECT_EQ(group->mediaFileInfo().source(), group->outputFilename());
+  EXPECT_EQ(group->childNode(), (NodeInfo::List{items[2], items[0]}));
+  EXPECT_EQ(items[0]->type(), NodeInfo::kTypeMergeMember);
+  EXPECT_EQ(items[0]->linkedNum(), 1);
+
+  // Numbers are never reused, even after the group is deleted.
+  controller.deleteItemView(group);
+  controller.addFilesToMainList({path("first.mp4"), path("second.mp4")});
+  const NodeInfo::List again = controller.videoData();
+  controller.mergeNode({again[1], again[2]});
+  EXPECT_EQ(controller.videoData().back()->outputFilename(), QStringLiteral("Merge %1").arg(number + 1));
+}
+
+TEST_F(MainWindowCommands, MergingASplitGroupTakesItsClipsInOrder) {
+  addTwoClips();
+  const NodeInfo::List files = controller.videoData();
+  NodeInfo::Ptr split = NodeInfo::create();
+  split->setType(NodeInfo::kTypeGroup);
+  split->mediaFileInfo().setVideoStream(1);
+  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+  for (int clip = 0; clip < 2; ++clip) {
+    NodeInfo::Ptr piece = files[0]->copy();
+    piece->trimSettingInfo().setEndTime(1);
+    piece->setParentNode(split);
+    split->addChildNode(piece);
+  }
+  root->addChildNode(split);
+  split->setParentNode(root);
+  const NodeInfo::List clips = split->childNode();
+
+  controller.mergeNode({split, files[1]});
+  const NodeInfo::Ptr group = controller.videoData().back();
+  EXPECT_EQ(group->childNode(), (NodeInfo::List{clips[0], clips[1], files[1]}));
+  EXPECT_EQ(root->indexOfChild(split), -1) << "the emptied split group stayed in the list";
+  EXPECT_FALSE(split->isSelected());
+  EXPECT_EQ(group->mediaFileInfo().iTotalTime(), 1 + 1 + files[1]->trimSettingInfo().endTime());
+}
+
+TEST_F(MainWindowCommands, ReorderingDeletingAndApplyingAProfileToAll) {
+  controller.addFilesToMainList({path("first.mp4"), path("second.mp4"), path("song.mp3")});
+  const NodeInfo::List items = controller.videoData();
+  controller.moveUpClick(items[0]);
+  controller.moveNextClick(items[2]);
+  EXPECT_EQ(controller.videoData(), items) << "moving past either end changed the list";
+  controller.moveNextClick(items[0]);
+  controller.moveUpClick(items[2]);
+  EXPECT_EQ(controller.videoData(), (NodeInfo::List{items[1], items[2], items[0]}));
+
+  ProfileSettingInfo webm = modeltest::smallProfile(QStringLiteral("webm"), QStringLiteral("webm"));
+  items[2]->setCurProfileSetting(webm);
+  controller.applyToAll(items[2], false);
+  EXPECT_EQ(items[0]->curProfileSetting().extName(), QStringLiteral("mp4"));
+  controller.applyToAll(items[2], true);
+  for (const NodeInfo::Ptr& item : items) EXPECT_EQ(item->curProfileSetting().extName(), QStringLiteral("webm"));
+
+  controller.deleteItemView(items[1]);
+  controller.deleteItemView(items[2]);
+  EXPECT_EQ(controller.windowState(), WindowState::kReady);
+  controller.deleteItemView(items[0]);
+  EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
+}
+
+TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {
+  photoOutputPath = media->path(QStringLiteral("photos"));
+  photoOutputFormat = QStringLiteral("jpg");
+  const int32_t first = MainFormController::kImageIndex;
+  QStringList paths;
+  int32_t result = 0;
+  auto take = [&](const QString& snapshotPath, int32_t type) {
+    EXPECT_EQ(type, 3);
+    paths.append(snapshotPath);
+    return result;
+  };
+  EXPECT_TRUE(controller.photoButtonClick(take));
+  result = -1;
+  EXPECT_FALSE(controller.photoButtonClick(take));
+  result = 0;
+  EXPECT_TRUE(controller.photoButtonClick(take));
+  auto expected = [&](int32_t number) {
+    return QString::asprintf("%s/%05d.jpg", qUtf8Printable(photoOutputPath), number);
+  };
+  EXPECT_EQ(paths, (QStringList{expected(first), expected(first + 1), expected(first + 1)}));
+  EXPECT_TRUE(QFileInfo(photoOutputPath).isDir());
+}
+
+TEST_F(MainWindowCommands, StartingWithAnEmptyListOnlyAlerts) {
+  controller.showConverterWindowModal();
+  EXPECT_EQ(alertTexts(), QStringList{kProductName + "|Please add files !"});
+  EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
+}
+
+TEST_F(MainWindowCommands, ConversionRunsEndsWithTheAlertAndRevealsTheFolder) {
+  addTwoClips();
+  std::vector<WindowState> states;
+  QObject::connect(&controller, &MainFormController::windowStateChanged,
+                   [&states](WindowState state) { states.push_back(state); });
+  controller.showConverterWindowModal();
+  EXPECT_EQ(controller.windowState(), WindowState::kConverting);
+
+  // The list cannot change while converting.
+  controller.downloadFormDidAddFiles({path("first.mp4")});
+  controller.clearAllFile();
+  EXPECT_EQ(controller.videoData().size(), 2);
+  ASSERT_EQ(alertTexts(), QStringList{"Can't import file when the conversion is processing|"});
+
+  ASSERT_TRUE(waitForIdle());
+  EXPECT_EQ(states, (std::vector<WindowState>{WindowState::kConverting, WindowState::kReady}));
+  EXPECT_EQ(alertTexts().back(), kProductName + "|Conversion complete!");
+  EXPECT_EQ(workspace.revealed, QStringList{DefOutputPath});
+  EXPECT_TRUE(QFileInfo::exists(DefOutputPath + "/first.mp4"));
+  EXPECT_TRUE(QFileInfo::exists(DefOutputPath + "/second.mp4"));
+  ASSERT_EQ(controller.convertViews().size(), 2u);
+  for (const auto& row : controller.convertViews()) EXPECT_EQ(row->rateText(), QStringLiteral("100%"));
+}
+
+TEST_F(MainWindowCommands, MergedConversionMakesOneOutput) {
+  addTwoClips();
+  controller.setMergeChecked(true);
+  controller.showConverterWindowModal();
+  ASSERT_TRUE(waitForIdle());
+  ASSERT_EQ(controller.convertViews().size(), 1u);
+  const QString output = DefOutputPath + "/" + NodeInfoAction::kMergedName + ".mp4";
+  EXPECT_NEAR(modeltest::ffprobeDuration(modeltest::ffprobe(output)), 2.0, 0.4);
+}
+
+TEST_F(MainWindowCommands, CancellingAsksAndSuppressesTheCompletion) {
+  addTwoClips();
+  controller.showConverterWindowModal();
+  alerts.answer = 1;
+  controller.cancelConvertButtonClick();
+  EXPECT_EQ(alerts.alerts.back().informativeText, QStringLiteral("Cancel convertion?"));
+  EXPECT_EQ(alerts.alerts.back().buttons, (QStringList{"Yes", "No"}));
+  EXPECT_EQ(controller.convertViewList()->queuedRows().size(), 2) << "answering No cancelled";
+  EXPECT_TRUE(controller.isCancelButtonVisible());
+
+  alerts.answer = 0;
+  controller.cancelConvertButtonClick();
+  EXPECT_FALSE(controller.isCancelButtonVisible());
+  EXPECT_TRUE(controller.isConverting()) << "the window left converting before the queue ended";
+  ASSERT_TRUE(waitForIdle());
+  EXPECT_FALSE(QFileInfo::exists(DefOutputPath + "/second.mp4"));
+  EXPECT_FALSE(alertTexts().contains(kProductName + "|Conversion complete!"));
+  EXPECT_TRUE(workspace.revealed.isEmpty());
+
+  // The next conversion that completes shows both again.
+  alerts.alerts.clear();
+  controller.showConverterWindowModal();
+  ASSERT_TRUE(waitForIdle());
+  EXPECT_EQ(alertTexts(), QStringList{kProductName + "|Conversion complete!"});
+  EXPECT_EQ(workspace.revealed, QStringList{DefOutputPath});
+}
+
+TEST_F(MainWindowCommands, CoverIntoWindowsMediaIsAskedAboutFirst) {
+  addTwoClips();
+  const NodeInfo::Ptr item = controller.videoData()[1];
+  item->setCurProfileSetting(modeltest::smallProfile(QStringLiteral("asf"), QStringLiteral("wmv"),
+                                                     QStringLiteral("wmv2"), QStringLiteral("wmav2")));
+  item->metaData().setImage(path("first.mp4"));
+  alerts.answer = 1;
+  controller.showConverterWindowModal();
+  ASSERT_EQ(alerts.alerts.size(), 1u);
+  EXPECT_EQ(alerts.alerts[0].message, QLatin1String(MainFormController::kCoverQuestion));
+  EXPECT_EQ(alerts.alerts[0].buttons, (QStringList{"YES", "NO"}));
+  EXPECT_EQ(controller.windowState(), WindowState::kReady) << "answering NO started the conversion";
+
+  alerts.answer = 0;
+  controller.showConverterWindowModal();
+  EXPECT_EQ(controller.windowState(), WindowState::kConverting);
+  ASSERT_TRUE(waitForIdle());
+  EXPECT_TRUE(QFileInfo::exists(DefOutputPath + "/second.wmv"));
+}
+
+}  // namespace

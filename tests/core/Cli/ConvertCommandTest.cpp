@@ -1,0 +1,135 @@
+// `videoconverter convert` run as a user runs it, on files made by ffmpeg,
+// with the outputs judged by ffprobe.
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <csignal>
+
+#include "support/GeneratedMedia.h"
+
+namespace {
+
+constexpr int kHangMs = 120000;
+
+struct CommandResult {
+  int exitCode = -1;
+  QString standardOutput;
+  QString errorOutput;
+};
+
+QString programPath() { return QCoreApplication::applicationDirPath() + QStringLiteral("/videoconverter"); }
+
+CommandResult finish(QProcess& process) {
+  CommandResult result;
+  if (!process.waitForFinished(kHangMs)) {
+    process.kill();
+    process.waitForFinished();
+    result.errorOutput = QStringLiteral("did not finish");
+    return result;
+  }
+  result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+  result.standardOutput += QString::fromUtf8(process.readAllStandardOutput());
+  result.errorOutput = QString::fromUtf8(process.readAllStandardError());
+  return result;
+}
+
+class ConvertCommand : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    media = new modeltest::MediaFolder;
+    media->videoClip(QStringLiteral("clip.mp4"), 4);
+    media->videoClip(QStringLiteral("small.mkv"), 2);
+  }
+  static void TearDownTestSuite() { delete media; }
+
+  CommandResult convert(const QStringList& arguments) const {
+    QProcess process;
+    process.setWorkingDirectory(media->folder());
+    process.start(programPath(), QStringList{"convert", "--output", output.path()} + arguments);
+    return finish(process);
+  }
+  QJsonObject probeOutput(const QString& name) const { return modeltest::ffprobe(output.filePath(name)); }
+
+  static modeltest::MediaFolder* media;
+  QTemporaryDir output;
+};
+modeltest::MediaFolder* ConvertCommand::media = nullptr;
+
+TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
+  const CommandResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--trim", "1-3", "--resolution",
+                                        "160x120", "--effect", "gray", "--volume", "50", "--audio-bitrate", "96"});
+  ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
+  EXPECT_TRUE(result.standardOutput.contains("Done: " + output.filePath(QStringLiteral("clip.mp4"))))
+      << result.standardOutput.toStdString();
+  const QJsonObject probe = probeOutput(QStringLiteral("clip.mp4"));
+  EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("width")), 160);
+  EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("height")), 120);
+  EXPECT_NEAR(modeltest::ffprobeDuration(probe), 2.0, 0.1);
+  EXPECT_EQ(modeltest::ffprobeStreamCount(probe, QStringLiteral("audio")), 1);
+}
+
+TEST_F(ConvertCommand, MergingJoinsTheFilesAndSplittingCutsThePieces) {
+  const CommandResult merged = convert({"--merge", "clip.mp4", "small.mkv", "--profile", "H.264 MKV"});
+  ASSERT_EQ(merged.exitCode, 0) << merged.errorOutput.toStdString();
+  EXPECT_NEAR(modeltest::ffprobeDuration(probeOutput(QStringLiteral("Merge Video.mkv"))), 6.0, 0.15);
+
+  const CommandResult split = convert({"clip.mp4", "--profile", "1301", "--split-clips", "2"});
+  ASSERT_EQ(split.exitCode, 0) << split.errorOutput.toStdString();
+  for (const char* piece : {"clip_0.mp3", "clip_1.mp3"}) {
+    const QJsonObject probe = probeOutput(QLatin1String(piece));
+    EXPECT_EQ(modeltest::ffprobeStreamCount(probe, QStringLiteral("video")), 0) << piece;
+    EXPECT_NEAR(modeltest::ffprobeDuration(probe), 2.0, 0.1) << piece;
+  }
+}
+
+TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConverted) {
+  media->writeFile(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
+  const CommandResult undecodable = convert({"notes.mp4", "small.mkv"});
+  EXPECT_EQ(undecodable.exitCode, 1);
+  EXPECT_TRUE(undecodable.errorOutput.contains(QStringLiteral("notes.mp4\n Decode failed")))
+      << undecodable.errorOutput.toStdString();
+  EXPECT_TRUE(QFileInfo::exists(output.filePath(QStringLiteral("small.mp4"))));
+
+  // A picture file that holds no picture passes every check before the converter reads it.
+  media->writeFile(QStringLiteral("logo.png"), "not a picture");
+  const CommandResult unreadable = convert({"clip.mp4", "--watermark-image", "logo.png"});
+  EXPECT_EQ(unreadable.exitCode, 1);
+  EXPECT_TRUE(unreadable.errorOutput.contains(QStringLiteral("Failed: clip.mp4: ")));
+  EXPECT_TRUE(unreadable.errorOutput.contains(QStringLiteral("logo.png"))) << unreadable.errorOutput.toStdString();
+  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("clip.mp4"))));
+
+  const CommandResult outside = convert({"clip.mp4", "--crop", "100,100,300,200"});
+  EXPECT_EQ(outside.exitCode, 1);
+  EXPECT_TRUE(outside.errorOutput.contains(QStringLiteral("--crop 100,100,300,200 does not fit the 320x240 picture")));
+
+  const CommandResult loud = convert({"clip.mp4", "--volume", "500"});
+  EXPECT_EQ(loud.exitCode, 2);
+  EXPECT_TRUE(loud.errorOutput.contains(QStringLiteral("--volume takes a whole number from 0 to 400, not '500'")));
+  EXPECT_EQ(convert({"clip.mp4", "--profile", "No Such Profile"}).exitCode, 2);
+  EXPECT_EQ(convert({"clip.mp4", "--merge", "--split-minutes", "1"}).exitCode, 2);
+}
+
+TEST_F(ConvertCommand, CtrlCStopsTheRunningFileAndSkipsTheRest) {
+  media->videoClip(QStringLiteral("long.avi"), 60);
+  QProcess process;
+  process.setWorkingDirectory(media->folder());
+  process.start(programPath(), {"convert", "long.avi", "small.mkv", "--output", output.path()});
+  ASSERT_TRUE(process.waitForStarted(kHangMs));
+  QString printed;
+  while (!printed.contains(QStringLiteral("Converting 1/2")) && process.waitForReadyRead(kHangMs)) {
+    printed += QString::fromUtf8(process.readAllStandardOutput());
+  }
+  ASSERT_TRUE(printed.contains(QStringLiteral("Converting 1/2"))) << printed.toStdString();
+  ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+
+  const CommandResult result = finish(process);
+  EXPECT_EQ(result.exitCode, 130) << result.errorOutput.toStdString();
+  EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: long.avi")));
+  EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: small.mkv: Cancelled before it started.")));
+  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("small.mp4"))));
+}
+
+}  // namespace

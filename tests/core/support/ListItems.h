@@ -1,0 +1,24 @@
+// List items made the way the program makes them: generated files added to
+// the main list through the real probe, and profiles from the shipped
+// catalogue.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "ValueObject/NodeInfo.h"
+#include "ValueObject/ProfileSettingInfo.h"
+
+namespace modeltest {
+
+// Adds the files to the main list, with the scratch and thumbnail folders
+// inside `scratchFolder`; the nodes made, in order.
+NodeInfo::List addToList(const QStringList& paths, const QString& scratchFolder);
+
+// The profile an item gets when the shipped catalogue's `displayName` is picked.
+ProfileSettingInfo shippedProfile(const QString& displayName);
+
+// Empties the main list and the merge tree.
+void clearLists();
+
+}  // namespace modeltest
