@@ -1,12 +1,14 @@
 // Parsing `videoconverter convert` arguments into a ConvertRequest. Every
 // value is checked against the range its editor allows.
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <span>
 #include <utility>
 
 #include "ConvertRequest.h"
+#include "metadataedit.h"
 #include "ValueObject/CropSettingInfo.h"
 #include "ValueObject/EffectSettingInfo.h"
 #include "ValueObject/ValueChoice.h"
@@ -70,6 +72,16 @@ const TextOption kTextOptions[] = {
 struct RectOption {
   const char* name;
   std::optional<QRect> Request::*field;
+};
+
+struct TagOption {
+  const char* name;
+  int32_t key;
+};
+
+const TagOption kTagOptions[] = {
+    {"--title", METADATA_KEY_TITLE},   {"--artist", METADATA_KEY_ARTIST}, {"--album", METADATA_KEY_ALBUM},
+    {"--year", METADATA_KEY_YEAR},     {"--genre", METADATA_KEY_GENRE},
 };
 
 const RectOption kRectOptions[] = {{"--crop", &Request::crop}, {"--watermark-rect", &Request::watermarkRect}};
@@ -168,6 +180,26 @@ QString parseFlip(const QString& value, Request& request) {
   return {};
 }
 
+QString parseTrack(const QString& value, Request& request) {
+  const std::optional<int> alone = wholeNumber(value);
+  const auto pair = alone ? std::optional(std::pair{*alone, 0}) : numberPair(value, QLatin1Char('/'));
+  if (!pair || pair->first < 1 || pair->first > 65535 || pair->second > 65535 ||
+      (pair->second != 0 && pair->second < pair->first)) {
+    return QStringLiteral("--track takes N or N/TOTAL with 1 <= N <= TOTAL, not '%1'.").arg(value);
+  }
+  request.track = pair;
+  return {};
+}
+
+QString parseCover(const QString& value, Request& request) {
+  const QFileInfo picture(value);
+  if (!picture.isFile() || !picture.isReadable()) {
+    return QStringLiteral("--cover needs a picture file that can be read, not '%1'.").arg(value);
+  }
+  request.cover = picture.absoluteFilePath();
+  return {};
+}
+
 QString parseAudioStream(const QString& value, Request& request) {
   if (value == QLatin1String("none")) {
     request.audioStream = -1;
@@ -197,6 +229,14 @@ QString parseOption(const QString& name, const QString& value, Request& request)
   for (const RectOption& option : kRectOptions) {
     if (name == QLatin1String(option.name)) return parseRect(option, value, request);
   }
+  for (const TagOption& option : kTagOptions) {
+    if (name == QLatin1String(option.name)) {
+      request.tags.insert(option.key, value);
+      return {};
+    }
+  }
+  if (name == QLatin1String("--track")) return parseTrack(value, request);
+  if (name == QLatin1String("--cover")) return parseCover(value, request);
   if (name == QLatin1String("--trim")) return parseTrim(value, request);
   if (name == QLatin1String("--resolution")) return parseResolution(value, request);
   if (name == QLatin1String("--flip")) return parseFlip(value, request);
@@ -262,7 +302,11 @@ QString convertUsage() {
       "  --resolution WxH           picture size of the output\n"
       "  --watermark-image PATH     draw a picture over the video\n"
       "  --watermark-text TEXT      draw a text over the video\n"
-      "  --watermark-rect X,Y,W,H   where the watermark goes (a quarter of the picture at 0,0 when not given)\n");
+      "  --watermark-rect X,Y,W,H   where the watermark goes (a quarter of the picture at 0,0 when not given)\n"
+      "  --title, --artist, --album, --year, --genre TEXT\n"
+      "                             tags written into the outputs instead of the file's own\n"
+      "  --track N[/TOTAL]          track number tag\n"
+      "  --cover PATH               cover picture written into the outputs\n");
   usage = usage.arg(choiceNames(kRotations));
   for (const ChoiceOption& option : kChoiceOptions) {
     if (option.field == &Request::rotate) continue;

@@ -133,6 +133,17 @@ void applyWatermark(const ConvertRequest& request, NodeInfo& node) {
   if (request.opacity) watermark.setM_transparency(*request.opacity);
 }
 
+// Tags given as options replace the ones read from the file.
+void applyTagEdits(const ConvertRequest& request, NodeInfo& node) {
+  MediaMetaData& tags = node.metaData();
+  for (auto tag = request.tags.constBegin(); tag != request.tags.constEnd(); ++tag) tags.setText(tag.key(), tag.value());
+  if (request.track) {
+    tags.setCurTrackNum(request.track->first);
+    tags.setTotalTrackNum(request.track->second);
+  }
+  if (!request.cover.isEmpty()) tags.setImage(request.cover);
+}
+
 }  // namespace
 
 QString applyConvertRequest(const ConvertRequest& request, NodeInfo& node) {
@@ -142,5 +153,6 @@ QString applyConvertRequest(const ConvertRequest& request, NodeInfo& node) {
   applyPictureEdits(request, node);
   applySoundEdits(request, node);
   applyWatermark(request, node);
+  applyTagEdits(request, node);
   return {};
 }

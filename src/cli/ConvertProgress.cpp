@@ -67,6 +67,7 @@ void ConvertProgress::conversionDidEnd(const NodeInfo::Ptr& node, const Conversi
     case ConversionOutcome::Status::kFinished:
       ++finished_;
       out_ << QStringLiteral("Done: %1").arg(outcome.outputFiles.join(QStringLiteral(", "))) << Qt::endl;
+      for (const QString& refused : outcome.tagFailures) err_ << "Tags not written into " << refused << Qt::endl;
       break;
     case ConversionOutcome::Status::kFailed:
       ++failed_;

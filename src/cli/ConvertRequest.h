@@ -3,6 +3,7 @@
 // settings a newly added item has.
 #pragma once
 
+#include <QMap>
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -52,6 +53,13 @@ struct ConvertRequest {
   std::optional<QSize> resolution;
   std::optional<int> videoBitrate;
   std::optional<int> audioBitrate;
+
+  // Tags written into the outputs instead of the input's own: key of the tag
+  // library's record -> text.
+  QMap<int32_t, QString> tags;
+  // --track N or N/TOTAL.
+  std::optional<std::pair<int, int>> track;
+  QString cover;
 
   bool hasPictureEdits() const {
     return crop || fit || rotate || flipHorizontal || flipVertical || brightness || contrast || saturation || effect ||

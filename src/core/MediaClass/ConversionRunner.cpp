@@ -6,6 +6,7 @@
 
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/DistributedNotificationCenter.h"
+#include "MediaClass/AddMetaDataAction.h"
 #include "MediaClass/OutputParamRecord.h"
 
 namespace {
@@ -27,6 +28,16 @@ QStringList writtenFiles(const QString& outputPath) {
     pieces.append(OutputParamRecord::piecePath(outputPath, index));
   }
   return pieces;
+}
+
+// Writes the item's tags into what a finished conversion made; answers the
+// files that refused them, each with the tag library's reason.
+QStringList writeTags(const NodeInfo& node, const QString& outputPath) {
+  QStringList refused;
+  for (const AddMetaDataResult::Failure& failure : AddMetaDataAction::addMetaData(node, outputPath).failures) {
+    refused.append(QStringLiteral("%1 (%2)").arg(failure.path, QString::fromUtf8(GetMetaDataErrorText(failure.code))));
+  }
+  return refused;
 }
 
 QString formatMicroseconds(double microseconds) { return CommonClass::formatTimeForDouble(microseconds / 1000000.0); }
@@ -64,7 +75,7 @@ void ConversionRunner::cancelWaiting() {
   const NodeInfo::List nodes = std::exchange(waiting_, {});
   for (const NodeInfo::Ptr& node : nodes) {
     delegate_->conversionDidEnd(
-        node, {ConversionOutcome::Status::kCancelled, QString(), QStringLiteral("Cancelled before it started."), {}});
+        node, {ConversionOutcome::Status::kCancelled, QString(), QStringLiteral("Cancelled before it started."), {}, {}});
   }
 }
 
@@ -82,6 +93,7 @@ void ConversionRunner::startNext() {
     const ConversionOutcome refused{ConversionOutcome::Status::kFailed,
                                     job_->videoPath(),
                                     job_->refusal().isEmpty() ? converterErrorText(result) : job_->refusal(),
+                                    {},
                                     {}};
     job_.reset();
     delegate_->conversionDidEnd(std::exchange(current_, nullptr), refused);
@@ -95,7 +107,7 @@ void ConversionRunner::pollProgress() {
 
 ConversionOutcome ConversionRunner::outcomeOfEndedJob() const {
   ConversionOutcome outcome{ConversionOutcome::Status::kFinished, job_->videoPath(), QString(),
-                            writtenFiles(job_->videoPath())};
+                            writtenFiles(job_->videoPath()), {}};
   if (cancelled_) {
     outcome.status = ConversionOutcome::Status::kCancelled;
     outcome.reason = QStringLiteral("Stopped before the end.");
@@ -114,9 +126,10 @@ void ConversionRunner::conversionEnded() {
   // Another program's conversion, also announced by the distributed centre.
   if (!isRunning() || !job_->hasEnded()) return;
   pollTimer_.stop();
-  const ConversionOutcome outcome = outcomeOfEndedJob();
+  ConversionOutcome outcome = outcomeOfEndedJob();
   if (outcome.status == ConversionOutcome::Status::kFinished) {
     delegate_->conversionProgress(current_, job_->getLength(), job_->getLength());
+    outcome.tagFailures = writeTags(*current_, outcome.outputPath);
   }
   job_.reset();
   delegate_->conversionDidEnd(std::exchange(current_, nullptr), outcome);

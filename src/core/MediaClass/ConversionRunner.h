@@ -22,6 +22,8 @@ struct ConversionOutcome {
   QString reason;
   // What was written: the output, or the pieces it was cut into.
   QStringList outputFiles;
+  // Outputs of a finished conversion that refused the item's tags, with why.
+  QStringList tagFailures;
 };
 
 // Told what happens, on the main thread.

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QJsonObject>
 #include <QProcess>
 
 #include <csignal>
@@ -69,6 +70,23 @@ TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
   EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("height")), 120);
   EXPECT_NEAR(modeltest::ffprobeDuration(probe), 2.0, 0.1);
   EXPECT_EQ(modeltest::ffprobeStreamCount(probe, QStringLiteral("audio")), 1);
+}
+
+TEST_F(ConvertCommand, TagOptionsReplaceTheInputsTagsInEveryOutput) {
+  const CommandResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--split-clips", "2", "--title", "Given",
+                                        "--artist", "Somebody", "--track", "3/9"});
+  ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
+  for (const char* piece : {"clip_0.mp4", "clip_1.mp4"}) {
+    const QJsonObject tags =
+        probeOutput(QLatin1String(piece)).value(QStringLiteral("format")).toObject().value(QStringLiteral("tags")).toObject();
+    EXPECT_EQ(tags.value(QStringLiteral("title")).toString(), QStringLiteral("Given")) << piece;
+    EXPECT_EQ(tags.value(QStringLiteral("artist")).toString(), QStringLiteral("Somebody")) << piece;
+    EXPECT_EQ(tags.value(QStringLiteral("track")).toString(), QStringLiteral("3/9")) << piece;
+  }
+
+  const CommandResult refused = convert({"clip.mp4", "--track", "9/3"});
+  EXPECT_EQ(refused.exitCode, 2);
+  EXPECT_TRUE(refused.errorOutput.contains(QStringLiteral("--track takes N or N/TOTAL")));
 }
 
 TEST_F(ConvertCommand, MergingJoinsTheFilesAndSplittingCutsThePieces) {
