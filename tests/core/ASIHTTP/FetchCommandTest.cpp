@@ -2,37 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFile>
-#include <QProcess>
 
 #include "HttpTestSupport.h"
+#include "ProgramRun.h"
 #include "ScriptedHttpServer.h"
 
 namespace {
 
 const QByteArray kContent = patternBytes(20000);
 
-struct FetchResult {
-  int exitCode = -1;
-  QString standardOutput;
-  QString errorOutput;
-};
-
-FetchResult fetch(const QStringList& arguments) {
-  QProcess program;
-  program.start(QCoreApplication::applicationDirPath() + QStringLiteral("/videoconverter"),
-                QStringList{"fetch"} + arguments);
-  FetchResult result;
-  if (!program.waitForFinished(60000)) {
-    program.kill();
-    return result;
-  }
-  result.exitCode = program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
-  result.standardOutput = QString::fromUtf8(program.readAllStandardOutput());
-  result.errorOutput = QString::fromUtf8(program.readAllStandardError());
-  return result;
-}
+ProgramResult fetch(const QStringList& arguments) { return runProgram(QStringList{"fetch"} + arguments); }
 
 TEST(FetchCommand, ResumesFromTheDownloadFileAndSavesTheWholeBody) {
   LocalHttplibServer httplib;
@@ -45,7 +25,7 @@ TEST(FetchCommand, ResumesFromTheDownloadFileAndSavesTheWholeBody) {
   TestFolder folder;
   folder.write("clip.mp4.download", kContent.left(8000));
 
-  const FetchResult result =
+  const ProgramResult result =
       fetch({httplib.url("/clip.mp4").toString(), "--output", folder.path("clip.mp4"), "--resume"});
 
   EXPECT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
@@ -65,12 +45,12 @@ TEST(FetchCommand, FailuresPrintTheReasonExitNonZeroAndKeepWhatCanBeResumed) {
   });
   TestFolder folder;
 
-  const FetchResult missing = fetch({server.url("/missing").toString(), "--output", folder.path("missing.mp4")});
+  const ProgramResult missing = fetch({server.url("/missing").toString(), "--output", folder.path("missing.mp4")});
   EXPECT_EQ(missing.exitCode, 1);
   EXPECT_TRUE(missing.errorOutput.contains("the server answered with status 404")) << missing.errorOutput.toStdString();
   EXPECT_FALSE(QFile::exists(folder.path("missing.mp4")));
 
-  const FetchResult dropped =
+  const ProgramResult dropped =
       fetch({server.url("/clip.mp4").toString(), "--output", folder.path("clip.mp4"), "--resume"});
   EXPECT_EQ(dropped.exitCode, 1);
   EXPECT_TRUE(dropped.errorOutput.contains("A connection failure occurred")) << dropped.errorOutput.toStdString();

@@ -9,33 +9,12 @@
 
 #include <csignal>
 
+#include "ProgramRun.h"
 #include "support/GeneratedMedia.h"
 
 namespace {
 
 constexpr int kHangMs = 120000;
-
-struct CommandResult {
-  int exitCode = -1;
-  QString standardOutput;
-  QString errorOutput;
-};
-
-QString programPath() { return QCoreApplication::applicationDirPath() + QStringLiteral("/videoconverter"); }
-
-CommandResult finish(QProcess& process) {
-  CommandResult result;
-  if (!process.waitForFinished(kHangMs)) {
-    process.kill();
-    process.waitForFinished();
-    result.errorOutput = QStringLiteral("did not finish");
-    return result;
-  }
-  result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-  result.standardOutput += QString::fromUtf8(process.readAllStandardOutput());
-  result.errorOutput = QString::fromUtf8(process.readAllStandardError());
-  return result;
-}
 
 class ConvertCommand : public testing::Test {
  protected:
@@ -46,11 +25,8 @@ class ConvertCommand : public testing::Test {
   }
   static void TearDownTestSuite() { delete media; }
 
-  CommandResult convert(const QStringList& arguments) const {
-    QProcess process;
-    process.setWorkingDirectory(media->folder());
-    process.start(programPath(), QStringList{"convert", "--output", output.path()} + arguments);
-    return finish(process);
+  ProgramResult convert(const QStringList& arguments) const {
+    return runProgram(QStringList{"convert", "--output", output.path()} + arguments, media->folder());
   }
   QJsonObject probeOutput(const QString& name) const { return modeltest::ffprobe(output.filePath(name)); }
 
@@ -60,7 +36,7 @@ class ConvertCommand : public testing::Test {
 modeltest::MediaFolder* ConvertCommand::media = nullptr;
 
 TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
-  const CommandResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--trim", "1-3", "--resolution",
+  const ProgramResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--trim", "1-3", "--resolution",
                                         "160x120", "--effect", "gray", "--volume", "50", "--audio-bitrate", "96"});
   ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
   EXPECT_TRUE(result.standardOutput.contains("Done: " + output.filePath(QStringLiteral("clip.mp4"))))
@@ -73,28 +49,31 @@ TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
 }
 
 TEST_F(ConvertCommand, TagOptionsReplaceTheInputsTagsInEveryOutput) {
-  const CommandResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--split-clips", "2", "--title", "Given",
+  const ProgramResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--split-clips", "2", "--title", "Given",
                                         "--artist", "Somebody", "--track", "3/9"});
   ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
   for (const char* piece : {"clip_0.mp4", "clip_1.mp4"}) {
-    const QJsonObject tags =
-        probeOutput(QLatin1String(piece)).value(QStringLiteral("format")).toObject().value(QStringLiteral("tags")).toObject();
+    const QJsonObject tags = probeOutput(QLatin1String(piece))
+                                 .value(QStringLiteral("format"))
+                                 .toObject()
+                                 .value(QStringLiteral("tags"))
+                                 .toObject();
     EXPECT_EQ(tags.value(QStringLiteral("title")).toString(), QStringLiteral("Given")) << piece;
     EXPECT_EQ(tags.value(QStringLiteral("artist")).toString(), QStringLiteral("Somebody")) << piece;
     EXPECT_EQ(tags.value(QStringLiteral("track")).toString(), QStringLiteral("3/9")) << piece;
   }
 
-  const CommandResult refused = convert({"clip.mp4", "--track", "9/3"});
+  const ProgramResult refused = convert({"clip.mp4", "--track", "9/3"});
   EXPECT_EQ(refused.exitCode, 2);
   EXPECT_TRUE(refused.errorOutput.contains(QStringLiteral("--track takes N or N/TOTAL")));
 }
 
 TEST_F(ConvertCommand, MergingJoinsTheFilesAndSplittingCutsThePieces) {
-  const CommandResult merged = convert({"--merge", "clip.mp4", "small.mkv", "--profile", "H.264 MKV"});
+  const ProgramResult merged = convert({"--merge", "clip.mp4", "small.mkv", "--profile", "H.264 MKV"});
   ASSERT_EQ(merged.exitCode, 0) << merged.errorOutput.toStdString();
   EXPECT_NEAR(modeltest::ffprobeDuration(probeOutput(QStringLiteral("Merge Video.mkv"))), 6.0, 0.15);
 
-  const CommandResult split = convert({"clip.mp4", "--profile", "1301", "--split-clips", "2"});
+  const ProgramResult split = convert({"clip.mp4", "--profile", "1301", "--split-clips", "2"});
   ASSERT_EQ(split.exitCode, 0) << split.errorOutput.toStdString();
   for (const char* piece : {"clip_0.mp3", "clip_1.mp3"}) {
     const QJsonObject probe = probeOutput(QLatin1String(piece));
@@ -105,7 +84,7 @@ TEST_F(ConvertCommand, MergingJoinsTheFilesAndSplittingCutsThePieces) {
 
 TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConverted) {
   media->writeFile(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
-  const CommandResult undecodable = convert({"notes.mp4", "small.mkv"});
+  const ProgramResult undecodable = convert({"notes.mp4", "small.mkv"});
   EXPECT_EQ(undecodable.exitCode, 1);
   EXPECT_TRUE(undecodable.errorOutput.contains(QStringLiteral("notes.mp4\n Decode failed")))
       << undecodable.errorOutput.toStdString();
@@ -113,17 +92,17 @@ TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConvert
 
   // A picture file that holds no picture passes every check before the converter reads it.
   media->writeFile(QStringLiteral("logo.png"), "not a picture");
-  const CommandResult unreadable = convert({"clip.mp4", "--watermark-image", "logo.png"});
+  const ProgramResult unreadable = convert({"clip.mp4", "--watermark-image", "logo.png"});
   EXPECT_EQ(unreadable.exitCode, 1);
   EXPECT_TRUE(unreadable.errorOutput.contains(QStringLiteral("Failed: clip.mp4: ")));
   EXPECT_TRUE(unreadable.errorOutput.contains(QStringLiteral("logo.png"))) << unreadable.errorOutput.toStdString();
   EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("clip.mp4"))));
 
-  const CommandResult outside = convert({"clip.mp4", "--crop", "100,100,300,200"});
+  const ProgramResult outside = convert({"clip.mp4", "--crop", "100,100,300,200"});
   EXPECT_EQ(outside.exitCode, 1);
   EXPECT_TRUE(outside.errorOutput.contains(QStringLiteral("--crop 100,100,300,200 does not fit the 320x240 picture")));
 
-  const CommandResult loud = convert({"clip.mp4", "--volume", "500"});
+  const ProgramResult loud = convert({"clip.mp4", "--volume", "500"});
   EXPECT_EQ(loud.exitCode, 2);
   EXPECT_TRUE(loud.errorOutput.contains(QStringLiteral("--volume takes a whole number from 0 to 400, not '500'")));
   EXPECT_EQ(convert({"clip.mp4", "--profile", "No Such Profile"}).exitCode, 2);
@@ -143,7 +122,7 @@ TEST_F(ConvertCommand, CtrlCStopsTheRunningFileAndSkipsTheRest) {
   ASSERT_TRUE(printed.contains(QStringLiteral("Converting 1/2"))) << printed.toStdString();
   ::kill(static_cast<pid_t>(process.processId()), SIGINT);
 
-  const CommandResult result = finish(process);
+  const ProgramResult result = finishProgram(process);
   EXPECT_EQ(result.exitCode, 130) << result.errorOutput.toStdString();
   EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: long.avi")));
   EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: small.mkv: Cancelled before it started.")));

@@ -2,35 +2,13 @@
 // runs them, on files made by ffmpeg.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 
+#include "ProgramRun.h"
 #include "support/GeneratedMedia.h"
 
 namespace {
-
-struct CommandResult {
-  int exitCode = -1;
-  QString standardOutput;
-  QString errorOutput;
-};
-
-CommandResult runProgram(const QStringList& arguments) {
-  QProcess process;
-  process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/videoconverter"), arguments);
-  CommandResult result;
-  if (!process.waitForFinished(120000)) {
-    process.kill();
-    result.errorOutput = process.errorString();
-    return result;
-  }
-  result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-  result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
-  result.errorOutput = QString::fromUtf8(process.readAllStandardError());
-  return result;
-}
 
 class CommandLine : public testing::Test {
  protected:
@@ -42,7 +20,7 @@ TEST_F(CommandLine, ProbeJsonDescribesEachFileAndNamesTheOneThatFails) {
   const QString song = media.audioClip(QStringLiteral("song.flac"), 1);
   const QString text = media.writeFile(QStringLiteral("notes.mp4"), "not a film\n");
 
-  const CommandResult result = runProgram({"probe", clip, text, song, "--json"});
+  const ProgramResult result = runProgram({"probe", clip, text, song, "--json"});
   EXPECT_EQ(result.exitCode, 1) << result.errorOutput.toStdString();
   QJsonParseError error;
   const QJsonArray reports = QJsonDocument::fromJson(result.standardOutput.toUtf8(), &error).array();
@@ -74,11 +52,11 @@ TEST_F(CommandLine, ProbeJsonDescribesEachFileAndNamesTheOneThatFails) {
 
 TEST_F(CommandLine, ProbeTextPrintsTheFailureTextAndSucceedsOnlyWhenEveryFileDoes) {
   const QString song = media.audioClip(QStringLiteral("song.wav"), 1);
-  const CommandResult good = runProgram({"probe", song});
+  const ProgramResult good = runProgram({"probe", song});
   EXPECT_EQ(good.exitCode, 0) << good.errorOutput.toStdString();
   EXPECT_TRUE(good.standardOutput.contains(QStringLiteral("song.wav")));
 
-  const CommandResult bad = runProgram({"probe", media.path(QStringLiteral("gone.avi"))});
+  const ProgramResult bad = runProgram({"probe", media.path(QStringLiteral("gone.avi"))});
   EXPECT_EQ(bad.exitCode, 1);
   EXPECT_TRUE(bad.errorOutput.contains(QStringLiteral("This file is not in a recognizable format. (gone.avi)")))
       << bad.errorOutput.toStdString();
@@ -87,7 +65,7 @@ TEST_F(CommandLine, ProbeTextPrintsTheFailureTextAndSucceedsOnlyWhenEveryFileDoe
 }
 
 TEST_F(CommandLine, ProfilesListsTheShippedCatalogueByGroup) {
-  const CommandResult result = runProgram({"profiles"});
+  const ProgramResult result = runProgram({"profiles"});
   EXPECT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
   const QStringList lines = result.standardOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
   ASSERT_FALSE(lines.isEmpty());

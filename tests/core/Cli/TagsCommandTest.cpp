@@ -2,37 +2,18 @@
 // made by ffmpeg.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 
+#include "ProgramRun.h"
 #include "support/TaggedMedia.h"
 
 namespace {
 
-struct CommandResult {
-  int exitCode = -1;
-  QString standardOutput;
-  QString errorOutput;
-};
-
-CommandResult runTags(const QStringList& arguments) {
-  QProcess process;
-  process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/videoconverter"),
-                QStringList{QStringLiteral("tags")} + arguments);
-  CommandResult result;
-  if (!process.waitForFinished(120000)) {
-    process.kill();
-    result.errorOutput = process.errorString();
-    return result;
-  }
-  result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-  result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
-  result.errorOutput = QString::fromUtf8(process.readAllStandardError());
-  return result;
+ProgramResult runTags(const QStringList& arguments) {
+  return runProgram(QStringList{QStringLiteral("tags")} + arguments);
 }
 
 class TagsCommand : public testing::Test {
@@ -47,7 +28,7 @@ TEST_F(TagsCommand, JsonListsEveryTagAndTheSavedCoverAndNamesWhatCannotBeRead) {
   const QString matroska = modeltest::taggedClip(media, QStringLiteral("clip.mkv"), {"title=Hidden"});
   const QString gone = media.path(QStringLiteral("gone.mp3"));
 
-  const CommandResult result = runTags({clip, matroska, gone, "--json"});
+  const ProgramResult result = runTags({clip, matroska, gone, "--json"});
   EXPECT_EQ(result.exitCode, 1) << result.errorOutput.toStdString();
   QJsonParseError error;
   const QJsonArray reports = QJsonDocument::fromJson(result.standardOutput.toUtf8(), &error).array();
@@ -78,7 +59,7 @@ TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesAndSucceedsWhenEveryFileIsRead
       modeltest::taggedClip(media, QStringLiteral("song.mp3"), {"artist=Singer", "track=7/9", "genre=Folk"});
   const QString plain = modeltest::taggedClip(media, QStringLiteral("plain.m4a"), {});
 
-  const CommandResult result = runTags({song, plain});
+  const ProgramResult result = runTags({song, plain});
   EXPECT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
   const QStringList lines = result.standardOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
   ASSERT_GE(lines.size(), 4) << result.standardOutput.toStdString();
@@ -95,14 +76,14 @@ TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesAndSucceedsWhenEveryFileIsRead
 
 TEST_F(TagsCommand, TextNamesAFileItCannotReadOnTheErrorStreamAndNoFileIsAUsageError) {
   const QString notes = media.writeFile(QStringLiteral("notes.mp4"), "not a film\n");
-  const CommandResult bad = runTags({notes});
+  const ProgramResult bad = runTags({notes});
   EXPECT_EQ(bad.exitCode, 1);
   EXPECT_TRUE(bad.errorOutput.contains(notes)) << bad.errorOutput.toStdString();
   EXPECT_TRUE(bad.errorOutput.contains(QStringLiteral("Cannot read the tags: the file is damaged")))
       << bad.errorOutput.toStdString();
   EXPECT_EQ(modeltest::fileBytes(notes), QByteArray("not a film\n"));
 
-  const CommandResult usage = runTags({"--json"});
+  const ProgramResult usage = runTags({"--json"});
   EXPECT_EQ(usage.exitCode, 2);
   EXPECT_TRUE(usage.errorOutput.contains(QStringLiteral("Usage: videoconverter tags FILE... [--json]")));
 }
