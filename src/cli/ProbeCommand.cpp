@@ -5,13 +5,13 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
 
 #include "Action/ApplicationLifecycle.h"
 #include "Action/MainFormAction.h"
 #include "Commands.h"
+#include "FileReportCommand.h"
 #include "CommonClass/CommonClass.h"
 #include "MediaClass/PlayVideo.h"
 
@@ -126,29 +126,7 @@ void printText(QTextStream& out, QTextStream& err, const ProbeReport& report) {
 }  // namespace
 
 int runProbeCommand(const QStringList& arguments) {
-  QTextStream out(stdout);
-  QTextStream err(stderr);
-  QStringList files = arguments;
-  const bool json = files.removeAll(QStringLiteral("--json")) > 0;
-  if (files.isEmpty()) {
-    err << "Usage: videoconverter probe FILE... [--json]" << Qt::endl;
-    return 2;
-  }
-
-  MainWindowShell headless;
-  ApplicationLifecycle::startUp(headless);
-  QJsonArray reports;
-  bool anyFailed = false;
-  for (const QString& file : files) {
-    const ProbeReport report = probeFile(file);
-    anyFailed = anyFailed || report.code != 0;
-    if (json) {
-      reports.append(toJson(report));
-    } else {
-      printText(out, err, report);
-    }
-  }
-  if (json) out << QJsonDocument(reports).toJson(QJsonDocument::Indented) << Qt::flush;
-  ApplicationLifecycle::applicationShouldTerminate(headless);
-  return anyFailed ? 1 : 0;
+  static const FileReportCommand<ProbeReport> command{
+      "probe", probeFile, [](const ProbeReport& report) { return report.code != 0; }, toJson, printText};
+  return command.run(arguments);
 }

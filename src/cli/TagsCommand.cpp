@@ -3,14 +3,13 @@
 // them. The exit code is 1 when the tags of any file could not be read.
 
 #include <QDateTime>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
 
 #include "Action/ApplicationLifecycle.h"
 #include "Action/MainFormAction.h"
 #include "Commands.h"
+#include "FileReportCommand.h"
 #include "ValueObject/MediaMetaData.h"
 
 namespace {
@@ -103,29 +102,7 @@ void printText(QTextStream& out, QTextStream& err, const TagsReport& report) {
 }  // namespace
 
 int runTagsCommand(const QStringList& arguments) {
-  QTextStream out(stdout);
-  QTextStream err(stderr);
-  QStringList files = arguments;
-  const bool json = files.removeAll(QStringLiteral("--json")) > 0;
-  if (files.isEmpty()) {
-    err << "Usage: videoconverter tags FILE... [--json]" << Qt::endl;
-    return 2;
-  }
-
-  MainWindowShell headless;
-  ApplicationLifecycle::startUp(headless);
-  QJsonArray reports;
-  bool anyFailed = false;
-  for (const QString& file : files) {
-    const TagsReport report = readFile(file);
-    anyFailed = anyFailed || report.code != METADATA_OK;
-    if (json) {
-      reports.append(toJson(report));
-    } else {
-      printText(out, err, report);
-    }
-  }
-  if (json) out << QJsonDocument(reports).toJson(QJsonDocument::Indented) << Qt::flush;
-  ApplicationLifecycle::applicationShouldTerminate(headless);
-  return anyFailed ? 1 : 0;
+  static const FileReportCommand<TagsReport> command{
+      "tags", readFile, [](const TagsReport& report) { return report.code != METADATA_OK; }, toJson, printText};
+  return command.run(arguments);
 }
