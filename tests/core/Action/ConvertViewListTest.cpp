@@ -3,6 +3,8 @@
 // delivering progress and "CONVERTEND".
 #include <gtest/gtest.h>
 
+#include "support/ListItems.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -50,20 +52,13 @@ class ConversionQueue : public testing::Test {
   }
 
   void SetUp() override {
-    TestEnvironment::resetApplicationState();
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    sysTmpPath = media->path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
+    modeltest::startWithEmptyList(media->path(QStringLiteral("scratch")), media->folder());
     outputFolder = media->path(QStringLiteral("out"));
     QDir(outputFolder).removeRecursively();
     QDir().mkpath(outputFolder);
-    VideoConverter_SetTempPath(media->folder().toUtf8().constData());
     queue.setDelegate(&window);
   }
-  void TearDown() override {
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    TestEnvironment::resetApplicationState();
-  }
+  void TearDown() override { modeltest::endWithEmptyList(); }
 
   // Rows for `count` copies of the clip, output names "row0", "row1", ...
   // Each node carries a title to write into its output.

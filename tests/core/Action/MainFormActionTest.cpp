@@ -2,6 +2,8 @@
 // and the one alert that names the files that could not be decoded.
 #include <gtest/gtest.h>
 
+#include "support/ListItems.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
@@ -43,17 +45,10 @@ class AddingFiles : public testing::Test {
   }
 
   void SetUp() override {
-    TestEnvironment::resetApplicationState();
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    sysTmpPath = media->path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
+    modeltest::startWithEmptyList(media->path(QStringLiteral("scratch")), media->folder());
     QDir(sysTmpPath).removeRecursively();
-    VideoConverter_SetTempPath(media->folder().toUtf8().constData());
   }
-  void TearDown() override {
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    TestEnvironment::resetApplicationState();
-  }
+  void TearDown() override { modeltest::endWithEmptyList(); }
 
   static QStringList paths(const QStringList& names) {
     QStringList result;

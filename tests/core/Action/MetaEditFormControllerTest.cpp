@@ -2,6 +2,8 @@
 // the number fields; and an edit made in it reaching a real output file.
 #include <gtest/gtest.h>
 
+#include "support/ListItems.h"
+
 #include <QFile>
 
 #include <vector>
@@ -235,16 +237,9 @@ class TagWindowOnImportedFiles : public TagWindow {
  protected:
   void SetUp() override {
     TagWindow::SetUp();
-    TestEnvironment::resetApplicationState();
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    sysTmpPath = media.path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
-    VideoConverter_SetTempPath(media.folder().toUtf8().constData());
+    modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.folder());
   }
-  void TearDown() override {
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    TestEnvironment::resetApplicationState();
-  }
+  void TearDown() override { modeltest::endWithEmptyList(); }
   RecordingAlertPresenter alerts;
   ScopedAlertPresenter installed{&alerts};
 };

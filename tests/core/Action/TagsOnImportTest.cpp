@@ -3,6 +3,8 @@
 // tag library cannot read are still added, without tags.
 #include <gtest/gtest.h>
 
+#include "support/ListItems.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -18,17 +20,8 @@ namespace {
 
 class TagsOnImport : public testing::Test {
  protected:
-  void SetUp() override {
-    TestEnvironment::resetApplicationState();
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    sysTmpPath = media.path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
-    VideoConverter_SetTempPath(media.folder().toUtf8().constData());
-  }
-  void TearDown() override {
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    TestEnvironment::resetApplicationState();
-  }
+  void SetUp() override { modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.folder()); }
+  void TearDown() override { modeltest::endWithEmptyList(); }
 
   NodeInfo::Ptr addOne(const QString& path) {
     MainFormAction().addFile({path});

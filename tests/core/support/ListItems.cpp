@@ -8,7 +8,9 @@
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
 #include "Profile/KMVProfileCatalog.h"
+#include "TestEnvironment.h"
 #include "ValueObject/UIInfoDB.h"
+#include "videoconverter.h"
 
 namespace modeltest {
 
@@ -45,6 +47,19 @@ void clearLists() {
   for (const char* name : {NodeInfoAction::kMainTableName, NodeInfoAction::kMergeTableName}) {
     UIInfoDB::defaultDB().dropInfoTable(QLatin1String(name));
   }
+}
+
+void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder) {
+  TestEnvironment::resetApplicationState();
+  UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
+  sysTmpPath = scratchFolder;
+  videoImagePath = scratchFolder + QStringLiteral("/Images");
+  VideoConverter_SetTempPath(engineFolder.toUtf8().constData());
+}
+
+void endWithEmptyList() {
+  UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
+  TestEnvironment::resetApplicationState();
 }
 
 }  // namespace modeltest

@@ -21,4 +21,10 @@ ProfileSettingInfo shippedProfile(const QString& displayName);
 // Empties the main list and the merge tree.
 void clearLists();
 
+// A fresh application state with an empty main list: thumbnails go below
+// `scratchFolder`, the engine's scratch files into `engineFolder`.
+void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder);
+// Drops the main list and resets the application state again.
+void endWithEmptyList();
+
 }  // namespace modeltest
