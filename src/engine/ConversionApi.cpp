@@ -1,5 +1,7 @@
 // The conversion functions of the public interface. One conversion runs at a
 // time in the process, on a thread of its own, over a Transcoder.
+#include <malloc.h>
+
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -29,7 +31,13 @@ class ConversionSession {
     ended_ = false;
     callbackCalled_ = false;
     // The callback registered last stays: it may come before or after the start.
-    worker_ = std::thread([this, transcoder = transcoder_] { finish(transcoder->run()); });
+    worker_ = std::thread([this, transcoder = transcoder_] {
+      const engine::ConversionResult result = transcoder->run();
+      // The pipeline's threads freed their buffers into several heaps; hand
+      // them back so that a long queue does not keep each one's high mark.
+      malloc_trim(0);
+      finish(result);
+    });
     return 0;
   }
 

@@ -5,6 +5,7 @@
 
 extern "C" {
 #include <libavutil/error.h>
+#include <libavutil/log.h>
 }
 
 namespace engine {
@@ -14,6 +15,11 @@ void logLine(std::string_view message) {
   std::lock_guard lock(outputMutex);
   std::fprintf(stderr, "videoconverter: %.*s\n", static_cast<int>(message.size()), message.data());
   std::fflush(stderr);
+}
+
+void quietenLibraries() {
+  static std::once_flag once;
+  std::call_once(once, [] { av_log_set_level(AV_LOG_FATAL); });
 }
 
 std::string ffmpegErrorText(int errorCode) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "EngineLog.h"
 #include "videoconverter.h"
 
 namespace engine {
@@ -25,6 +26,7 @@ std::unique_ptr<InputFile> InputFile::open(const std::string& path, std::chrono:
     error = VC_ERROR_FILE_NOT_FOUND;
     return nullptr;
   }
+  quietenLibraries();
   std::unique_ptr<InputFile> file(new InputFile);
   file->restartDeadline(budget);
   AVFormatContext* context = avformat_alloc_context();

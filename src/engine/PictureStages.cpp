@@ -55,7 +55,11 @@ void PictureEncodeStage::run() {
   while (std::optional<StageItem> item = filtered_.pop()) {
     AVFrame* frame = item->frame.get();
     if (frame == nullptr) {
-      if (!encoder_.encode(nullptr, error)) control_.fail(error);
+      if (encoder_.encode(nullptr, error)) {
+        control_.stageCompleted();
+      } else {
+        control_.fail(error);
+      }
       return;
     }
     frame->pts = frameIndex;

@@ -22,6 +22,11 @@ class PipelineControl {
   // Keeps the first reason given; later failures are consequences of it.
   void fail(std::string reason);
 
+  // A last stage of the pipeline flushed everything into the output. Once
+  // all of them have, the output is whole even if an abort came meanwhile.
+  void stageCompleted() { ++completedStages_; }
+  int completedStages() const { return completedStages_.load(); }
+
   bool stopped() const { return stopped_.load(); }
   bool aborted() const;
   std::string failure() const;
@@ -35,6 +40,7 @@ class PipelineControl {
   std::string failure_;
   bool aborted_ = false;
   std::atomic<bool> stopped_{false};
+  std::atomic<int> completedStages_{0};
 };
 
 }  // namespace engine

@@ -82,7 +82,11 @@ void SoundStage::run() {
     if (!filterInput(index, samples)) return;
   }
   std::string error;
-  if (!samples.finish(error)) control_.fail(error);
+  if (samples.finish(error)) {
+    control_.stageCompleted();
+  } else {
+    control_.fail(error);
+  }
 }
 
 bool SoundStage::filterInput(std::size_t index, SampleQueue& samples) {

@@ -1,21 +1,17 @@
 #include "Transcoder.h"
 
 #include <filesystem>
-#include <mutex>
 #include <new>
 #include <optional>
 #include <system_error>
 #include <thread>
 
 #include "ConversionPlan.h"
+#include "EngineLog.h"
 #include "InputReader.h"
 #include "OutputSink.h"
 #include "PictureStages.h"
 #include "SoundStage.h"
-
-extern "C" {
-#include <libavutil/log.h>
-}
 
 namespace engine {
 namespace {
@@ -45,12 +41,6 @@ std::thread pipelineThread(PipelineControl& control, std::function<void()> work)
       control.fail(exception.what());
     }
   });
-}
-
-void quietenLibraries() {
-  static std::once_flag once;
-  // Every failure is reported in one line in the engine's own words; the libraries' messages are left out.
-  std::call_once(once, [] { av_log_set_level(AV_LOG_FATAL); });
 }
 
 }  // namespace
@@ -122,16 +112,19 @@ ConversionResult Transcoder::convert() {
   control_.removeStopActions();
 
   sink.closeAll();
+  // An abort that came after the last stage had flushed stopped nothing.
+  const int lastStages = (pictureEncoder ? 1 : 0) + (soundEncoder ? 1 : 0);
+  const bool whole = control_.completedStages() == lastStages;
   ConversionResult result{ConversionResult::Outcome::kFinished, {}, sink.files()};
-  if (control_.aborted()) {
-    result.outcome = ConversionResult::Outcome::kAborted;
-  } else if (const std::string failure = control_.failure(); !failure.empty()) {
+  if (const std::string failure = control_.failure(); !failure.empty()) {
     // A half-written output is of no use and would pass for a finished one.
     for (const std::string& file : result.files) {
       std::error_code ignored;
       std::filesystem::remove(file, ignored);
     }
     result = {ConversionResult::Outcome::kFailed, failure, {}};
+  } else if (control_.aborted() && !whole) {
+    result.outcome = ConversionResult::Outcome::kAborted;
   } else {
     progressUs_ = durationUs_.load();
   }
