@@ -278,6 +278,8 @@ ParsedConvertArguments parseConvertArguments(const QStringList& arguments) {
       onlyFiles = true;
     } else if (argument == QLatin1String("--merge")) {
       request.merge = true;
+    } else if (argument == QLatin1String("--yes")) {
+      request.answerYes = true;
     } else if (index + 1 == arguments.size()) {
       return {std::nullopt, QStringLiteral("%1 needs a value.").arg(argument)};
     } else if (QString error = parseOption(argument, arguments.at(++index), request); !error.isEmpty()) {
@@ -294,6 +296,7 @@ QString convertUsage() {
       "Converts each file with the profile (a name or number that `videoconverter profiles` lists;\n"
       "the profile selected last when none is given) into DIR (the default output folder when none).\n\n"
       "  --merge                    join the files in order into one output\n"
+      "  --yes                      convert covers into WMV/WMA outputs without asking\n"
       "  --trim START-END           keep that part, in whole seconds\n"
       "  --crop X,Y,W,H             keep that rectangle of the picture\n"
       "  --rotate %1\n"

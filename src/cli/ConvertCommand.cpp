@@ -1,7 +1,9 @@
 // videoconverter convert FILE... [--profile NAME] [--output DIR] [options]:
-// adds the files as the window does, puts the options into each item's
-// settings, and converts the items one after another. The exit code is 1
-// when any file failed, 130 when stopped by Ctrl-C, 2 for bad arguments.
+// drives the main window's controller as a user would: adds the files, puts
+// the options into each item's settings, starts the conversion and converts
+// the items one after another through the window's queue. The exit code is 1
+// when any file failed or was cancelled, 130 when stopped by Ctrl-C, 2 for
+// bad arguments.
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -9,32 +11,26 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 #include "Action/ApplicationLifecycle.h"
-#include "Action/MainFormAction.h"
-#include "Action/NodeInfoAction.h"
+#include "Action/MainFormController.h"
 #include "Action/ProfileAction.h"
 #include "Commands.h"
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/GlobalSettings.h"
 #include "ConvertEdits.h"
-#include "ConvertProgress.h"
 #include "ConvertRequest.h"
+#include "ConvertRunReport.h"
 #include "InterruptWatcher.h"
-#include "MediaClass/ConversionRunner.h"
 #include "Profile/KMVProfileCatalog.h"
+#include "TerminalServices.h"
 
 namespace {
 
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 constexpr int kExitInterrupted = 130;
-
-// The nodes the adding step made, in order.
-class AddedItems : public MainFormActionDelegate {
- public:
-  void addItemView(const NodeInfo::Ptr& node) override { nodes.append(node); }
-  NodeInfo::List nodes;
-};
 
 KMVProfileCatalog::Entry findProfile(const QString& name) {
   KMVProfileCatalog& catalog = KMVProfileCatalog::sharedCatalog();
@@ -51,35 +47,62 @@ QStringList absolutePaths(const QStringList& files) {
   return paths;
 }
 
-// The items to convert, each with the profile, the output folder and the
-// edits; those the edits do not fit are reported and left out.
-NodeInfo::List prepareItems(const NodeInfo::List& added, const ConvertRequest& request,
-                            const ProfileSettingInfo& profile, const QString& folder, QTextStream& err) {
-  NodeInfo::List items;
-  for (const NodeInfo::Ptr& node : added) {
-    node->setCurProfileSetting(profile);
-    node->setOutputPath(folder);
-    if (const QString reason = applyConvertRequest(request, *node); !reason.isEmpty()) {
-      err << QStringLiteral("Failed: %1: %2").arg(node->mediaFileInfo().source(), reason) << Qt::endl;
-    } else {
-      items.append(node);
+// At the end of a run the window reveals the output folder; here it is named.
+class NamingWorkspace : public Workspace {
+ public:
+  bool revealInFileViewer(const QString& path) override {
+    QTextStream(stdout) << "Output folder: " << path << Qt::endl;
+    return true;
+  }
+  bool openAddress(const QString& address) override { return TerminalWorkspace().openAddress(address); }
+};
+
+// The alerts and workspace of one conversion run, put back afterwards, and
+// the window's output folder and merge check box likewise: the command line
+// does not change what the window remembers.
+class RunSettings {
+ public:
+  RunSettings(MainFormController& controller, const ConvertRequest& request, const QString& folder)
+      : controller_(controller),
+        alerts_(request.answerYes),
+        previousAlerts_(PlatformServices::alerts()),
+        previousWorkspace_(PlatformServices::workspace()),
+        previousFolder_(std::exchange(DefOutputPath, folder)),
+        previousMerge_(controller.isMergeChecked()) {
+    PlatformServices::install(&alerts_, PlatformServices::panels(), &workspace_);
+    controller.setMergeChecked(request.merge);
+  }
+  ~RunSettings() {
+    controller_.setMergeChecked(previousMerge_);
+    DefOutputPath = previousFolder_;
+    PlatformServices::install(previousAlerts_, PlatformServices::panels(), previousWorkspace_);
+  }
+  RunSettings(const RunSettings&) = delete;
+  RunSettings& operator=(const RunSettings&) = delete;
+
+ private:
+  MainFormController& controller_;
+  TerminalAlertPresenter alerts_;
+  NamingWorkspace workspace_;
+  AlertPresenter* previousAlerts_;
+  Workspace* previousWorkspace_;
+  QString previousFolder_;
+  bool previousMerge_;
+};
+
+// Puts the edits into every item of the list; items they do not fit are
+// reported and taken off the list. Answers how many were taken off.
+int applyEdits(MainFormController& controller, const ConvertRequest& request) {
+  int refused = 0;
+  for (const NodeInfo::Ptr& item : controller.videoData()) {
+    if (const QString reason = applyConvertRequest(request, *item); !reason.isEmpty()) {
+      QTextStream(stderr) << QStringLiteral("Failed: %1: %2").arg(item->mediaFileInfo().source(), reason)
+                          << Qt::endl;
+      controller.deleteItemView(item);
+      ++refused;
     }
   }
-  return items;
-}
-
-int convertItems(const NodeInfo::List& items, int failedBefore) {
-  ConvertProgress progress(items.size(), isatty(STDOUT_FILENO) != 0, [] { QCoreApplication::quit(); });
-  progress.addFailedBeforeStart(failedBefore);
-  ConversionRunner runner(&progress);
-  InterruptWatcher interrupt([&runner] {
-    QTextStream(stderr) << "Stopping... (Ctrl-C again quits at once)" << Qt::endl;
-    runner.cancel();
-  });
-  runner.start(items);
-  if (runner.isRunning()) QCoreApplication::exec();
-  if (interrupt.interrupted()) return kExitInterrupted;
-  return progress.failedCount() > 0 ? kExitFailed : 0;
+  return refused;
 }
 
 int convertFiles(const ConvertRequest& request) {
@@ -102,19 +125,29 @@ int convertFiles(const ConvertRequest& request) {
     return kExitFailed;
   }
 
-  AddedItems added;
-  MainFormAction(&added).addFile(absolutePaths(request.files));
-  NodeInfo::List items = prepareItems(added.nodes, request, *profile, folder, err);
-  const int failedBefore = static_cast<int>(request.files.size() - items.size());
-  if (request.merge && !items.isEmpty()) {
-    if (failedBefore > 0) {
-      err << QStringLiteral("Nothing merged: %1 of the files cannot be used.").arg(failedBefore) << Qt::endl;
-      return kExitFailed;
-    }
-    NodeInfoAction::createMergeTableNodeInfo();
-    items = {NodeInfoAction::getMergeRootNode()->getChildNodeAtIndex(0)};
+  MainFormController controller;
+  const RunSettings settings(controller, request, folder);
+  controller.setCurrentProfile(*profile);
+  ConvertRunReport report(controller, isatty(STDOUT_FILENO) != 0);
+  InterruptWatcher interrupt([&] {
+    QTextStream(stderr) << "Stopping... (Ctrl-C again quits at once)" << Qt::endl;
+    report.cancelRequested();
+    controller.cancelAllConvert();
+  });
+  QObject::connect(&controller, &MainFormController::windowStateChanged, [](MainFormController::WindowState state) {
+    if (state != MainFormController::WindowState::kConverting) QCoreApplication::quit();
+  });
+
+  controller.addFilesToMainList(absolutePaths(request.files));
+  report.addFailedBeforeStart(static_cast<int>(request.files.size() - controller.videoData().size()));
+  report.addFailedBeforeStart(applyEdits(controller, request));
+  if (!interrupt.interrupted()) {
+    controller.showConverterWindowModal();
+    if (controller.isConverting()) QCoreApplication::exec();
   }
-  return convertItems(items, failedBefore);
+  const bool allConverted = report.printSummary();
+  if (interrupt.interrupted()) return kExitInterrupted;
+  return allConverted ? 0 : kExitFailed;
 }
 
 }  // namespace

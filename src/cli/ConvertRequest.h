@@ -18,6 +18,8 @@ struct ConvertRequest {
   // Empty for the default output folder.
   QString outputFolder;
   bool merge = false;
+  // Answers Yes to the question about a cover in WMV/WMA outputs.
+  bool answerYes = false;
 
   // Whole seconds.
   std::optional<int> trimStart;

@@ -34,9 +34,14 @@ void TerminalAlertPresenter::showMessage(const QString& message, const QString& 
 
 int TerminalAlertPresenter::ask(const QString& message, const QString& informativeText, const QStringList& buttons) {
   if (buttons.isEmpty()) return 0;
-  if (assumeFirstButton_) return 0;
-  if (!hasTerminal()) return static_cast<int>(buttons.size() - 1);
-  const QString prompt = QStringLiteral("%1: %2 [%3] ").arg(message, informativeText, buttons.join(QLatin1Char('/')));
+  const QString question = informativeText.isEmpty() ? message : message + QStringLiteral(": ") + informativeText;
+  const QString prompt = QStringLiteral("%1 [%2] ").arg(question, buttons.join(QLatin1Char('/')));
+  // Unasked, the question and the answer taken are still shown.
+  if (assumeFirstButton_ || !hasTerminal()) {
+    const int answer = assumeFirstButton_ ? 0 : static_cast<int>(buttons.size() - 1);
+    err() << prompt << buttons[answer] << Qt::endl;
+    return answer;
+  }
   for (;;) {
     const QString answer = readLine(prompt);
     for (int i = 0; i < buttons.size(); ++i) {

@@ -10,6 +10,7 @@ class TerminalAlertPresenter : public AlertPresenter {
   explicit TerminalAlertPresenter(bool assumeFirstButton = false) : assumeFirstButton_(assumeFirstButton) {}
   void showMessage(const QString& message, const QString& informativeText) override;
   // Asks on the terminal; without one, takes the last button (the refusal).
+  // Either way the question and the answer are written out.
   int ask(const QString& message, const QString& informativeText, const QStringList& buttons) override;
 
  private:

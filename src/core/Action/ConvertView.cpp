@@ -34,6 +34,18 @@ void ConvertView::setProgressWidth(int width) {
   emit changed();
 }
 
+void ConvertView::setOutputPath(const QString& path) {
+  if (path == outputPath_) return;
+  outputPath_ = path;
+  emit changed();
+}
+
+void ConvertView::setRefusal(const QString& reason) {
+  if (reason == refusal_) return;
+  refusal_ = reason;
+  emit changed();
+}
+
 void ConvertView::setButtons(bool startVisible, bool startEnabled, bool stopVisible) {
   startVisible_ = startVisible;
   startEnabled_ = startEnabled;

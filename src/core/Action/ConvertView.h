@@ -59,6 +59,13 @@ class ConvertView : public QObject {
   int progressWidth() const { return progressWidth_; }
   void setProgressWidth(int width);
 
+  // The output its last conversion writes; empty before one started.
+  const QString& outputPath() const { return outputPath_; }
+  void setOutputPath(const QString& path);
+  // Why its last conversion could not start; empty when it started.
+  const QString& refusal() const { return refusal_; }
+  void setRefusal(const QString& reason);
+
   // Waiting in the queue or converting: start hidden, stop shown.
   void showQueued();
   // Left the queue unfinished: start shown and enabled, stop hidden, bar and
@@ -87,4 +94,6 @@ class ConvertView : public QObject {
   bool stopVisible_ = false;
   bool isConvert_ = false;
   int progressWidth_ = 0;
+  QString outputPath_;
+  QString refusal_;
 };

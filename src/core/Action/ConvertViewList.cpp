@@ -77,14 +77,21 @@ int32_t ConvertViewList::convert() {
   QThread::usleep(500);
   if (result != 0) {
     KMVLog::Log(QStringLiteral("convert reConvert....."));
-    if (!convertMedia_->refusal().isEmpty()) KMVLog::Log(convertMedia_->refusal());
+    row->setRefusal(convertMedia_->refusal().isEmpty()
+                        ? QStringLiteral("The converter could not start (code %1).").arg(result)
+                        : convertMedia_->refusal());
+    KMVLog::Log(row->refusal());
     row->showStopped();
     removeRow(row);
+    emit rowEnded(row);
     reConvert();
     return result;
   }
+  row->setRefusal(QString());
+  row->setOutputPath(convertMedia_->videoPath());
   row->setIsConvert(true);
   KMVLog::Log(QStringLiteral("Converting ..."));
+  emit rowStarted(row);
   return result;
 }
 
@@ -167,6 +174,7 @@ void ConvertViewList::convertEnd() {
   KMVLog::Log(QStringLiteral("convertEnd ....2"));
   removeRow(row);
   currentView_ = nullptr;
+  emit rowEnded(row);
 
   if (nodeCount_ > 0) {
     KMVLog::Log(QStringLiteral("convertEnd ....3"));

@@ -63,6 +63,13 @@ class ConvertViewList : public QObject, public ConvertViewDelegate, private Conv
   // Rows still to convert, the running one first.
   QList<ConvertView*> queuedRows() const;
 
+ signals:
+  // The row's conversion started; its outputPath() is set.
+  void rowStarted(ConvertView* row);
+  // The row left the queue after its conversion ended, was stopped or could
+  // not start (its refusal() says why). Rows removed while waiting are not told.
+  void rowEnded(ConvertView* row);
+
  private:
   // The timer's handler.
   void getEncodeCurrentTime();

@@ -171,11 +171,12 @@ void MainFormController::showConverterWindowModal() {
   convertViewList_.reset();
   initKMVViewList();
   QThread::usleep(100);
-  setWindowState(WindowState::kConverting);
-  cancelButtonVisible_ = true;
-
+  // Made before the state changes, so that observers of the Converting state
+  // find the queue and its rows.
   convertViewList_ = std::make_unique<ConvertViewList>();
   convertViewList_->setDelegate(this);
+  setWindowState(WindowState::kConverting);
+  cancelButtonVisible_ = true;
   QThread::usleep(500);
   isCancelAllConvert_ = false;
   QList<ConvertView*> rows;
@@ -213,6 +214,11 @@ void MainFormController::initKMVViewList() {
 void MainFormController::cancelConvertButtonClick() {
   if (!isConverting() || convertViewList_ == nullptr) return;
   if (ask(kProductName, QLatin1String(kCancelQuestion), {QStringLiteral("Yes"), QStringLiteral("No")}) != 0) return;
+  cancelAllConvert();
+}
+
+void MainFormController::cancelAllConvert() {
+  if (!isConverting() || convertViewList_ == nullptr) return;
   cancelButtonVisible_ = false;
   isCancelAllConvert_ = true;
   convertViewList_->cancelConvertAll();

@@ -84,7 +84,10 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   bool photoButtonClick(const SnapshotTaker& takeSnapshot);
 
   void showConverterWindowModal();
+  // Asks "Cancel convertion?" and cancels the whole run on Yes.
   void cancelConvertButtonClick();
+  // Cancels the whole run without asking, as after that Yes.
+  void cancelAllConvert();
 
   // The rows of the conversion list of the last start.
   const std::vector<std::unique_ptr<ConvertView>>& convertViews() const { return convertViews_; }

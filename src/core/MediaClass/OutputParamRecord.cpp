@@ -65,6 +65,13 @@ QString piecePath(const QString& outputPath, int index) {
       .arg(output.path(), output.completeBaseName(), QString::number(index), output.suffix());
 }
 
+QStringList writtenFiles(const QString& outputPath) {
+  if (QFileInfo::exists(outputPath)) return {outputPath};
+  QStringList pieces;
+  for (int index = 0; QFileInfo::exists(piecePath(outputPath, index)); ++index) pieces.append(piecePath(outputPath, index));
+  return pieces;
+}
+
 QString whyRefused(const NodeInfo& node, const QString& outputPath) {
   constexpr std::size_t kPathBytes = sizeof(OutputParam::m_FileName);
   const QByteArray path = outputPath.toUtf8();

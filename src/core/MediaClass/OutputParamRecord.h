@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 
@@ -31,6 +32,10 @@ QString freeOutputPath(const QString& folder, const QString& name, const QString
 
 // Piece `index` of an output cut into pieces: "<folder>/<name>_<index>.<extension>".
 QString piecePath(const QString& outputPath, int index);
+
+// What a conversion to `outputPath` wrote: the output itself, or its pieces
+// in order; empty when nothing is there.
+QStringList writtenFiles(const QString& outputPath);
 
 // Why `outputPath` or the profile's names do not fit the record; empty when they do.
 QString whyRefused(const NodeInfo& node, const QString& outputPath);

@@ -208,10 +208,20 @@ TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
 TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
   makeRows(3);
   rows[1]->nodeInfo()->setOutputFilename(kNameTooLong);
+  QStringList told;
+  QObject::connect(&queue, &ConvertViewList::rowStarted,
+                   [&](ConvertView* row) { told.append("start " + row->nodeInfo()->outputFilename().left(4)); });
+  QObject::connect(&queue, &ConvertViewList::rowEnded,
+                   [&](ConvertView* row) { told.append("end " + row->nodeInfo()->outputFilename().left(4)); });
   queue.encode(rowList());
 
   ASSERT_TRUE(waitForEnd());
   EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get()}));
+  EXPECT_EQ(told, QStringList({"start row0", "end row0", "end nnnn", "start row2", "end row2"}));
+  EXPECT_TRUE(rows[1]->refusal().contains(QStringLiteral("output path"))) << rows[1]->refusal().toStdString();
+  EXPECT_TRUE(rows[1]->outputPath().isEmpty());
+  EXPECT_EQ(rows[2]->outputPath(), outputOf(2));
+  EXPECT_TRUE(rows[2]->refusal().isEmpty());
   EXPECT_EQ(window.endCount, 1);
   EXPECT_TRUE(rows[1]->rateText().isEmpty());
   EXPECT_TRUE(rows[1]->isStartButtonEnabled());

@@ -6,11 +6,14 @@
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include <csignal>
 
+#include "Action/MainFormController.h"
 #include "ProgramRun.h"
 #include "support/GeneratedMedia.h"
+#include "support/TaggedMedia.h"
 
 namespace {
 
@@ -40,6 +43,11 @@ TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
                                         "160x120", "--effect", "gray", "--volume", "50", "--audio-bitrate", "96"});
   ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
   EXPECT_TRUE(result.standardOutput.contains("Done: " + output.filePath(QStringLiteral("clip.mp4"))))
+      << result.standardOutput.toStdString();
+  // The summary: the output with its size and length.
+  const QString written = output.filePath(QStringLiteral("clip.mp4"));
+  EXPECT_TRUE(result.standardOutput.contains(QRegularExpression(
+      "\\n  " + QRegularExpression::escape(written) + "  [0-9.]+ [kM]?B  00:00:0[12]\\n1 converted, 0 failed, 0 cancelled.")))
       << result.standardOutput.toStdString();
   const QJsonObject probe = probeOutput(QStringLiteral("clip.mp4"));
   EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("width")), 160);
@@ -71,6 +79,7 @@ TEST_F(ConvertCommand, TagOptionsReplaceTheInputsTagsInEveryOutput) {
 TEST_F(ConvertCommand, MergingJoinsTheFilesAndSplittingCutsThePieces) {
   const ProgramResult merged = convert({"--merge", "clip.mp4", "small.mkv", "--profile", "H.264 MKV"});
   ASSERT_EQ(merged.exitCode, 0) << merged.errorOutput.toStdString();
+  EXPECT_TRUE(merged.standardOutput.contains(QStringLiteral("Converting 1/1: Merge Video -> ")));
   EXPECT_NEAR(modeltest::ffprobeDuration(probeOutput(QStringLiteral("Merge Video.mkv"))), 6.0, 0.15);
 
   const ProgramResult split = convert({"clip.mp4", "--profile", "1301", "--split-clips", "2"});
@@ -86,7 +95,7 @@ TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConvert
   media->writeFile(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
   const ProgramResult undecodable = convert({"notes.mp4", "small.mkv"});
   EXPECT_EQ(undecodable.exitCode, 1);
-  EXPECT_TRUE(undecodable.errorOutput.contains(QStringLiteral("notes.mp4\n Decode failed")))
+  EXPECT_TRUE(undecodable.errorOutput.contains(QStringLiteral("There is 1 file:\nnotes.mp4\n Decode failed")))
       << undecodable.errorOutput.toStdString();
   EXPECT_TRUE(QFileInfo::exists(output.filePath(QStringLiteral("small.mp4"))));
 
@@ -109,6 +118,23 @@ TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConvert
   EXPECT_EQ(convert({"clip.mp4", "--merge", "--split-minutes", "1"}).exitCode, 2);
 }
 
+TEST_F(ConvertCommand, ACoverIntoWindowsMediaIsConvertedOnlyWhenYesIsGiven) {
+  const QString cover = modeltest::testPicture(*media, QStringLiteral("front.png"));
+  modeltest::taggedClip(*media, QStringLiteral("covered.mp3"), {"title=Song"}, cover);
+
+  const ProgramResult refused = convert({"covered.mp3", "--profile", "WMA"});
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_TRUE(refused.errorOutput.contains(QLatin1String(MainFormController::kCoverQuestion) + " [YES/NO] NO"))
+      << refused.errorOutput.toStdString();
+  EXPECT_TRUE(refused.errorOutput.contains(QStringLiteral("Nothing was converted.")));
+  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("covered.wma"))));
+
+  const ProgramResult accepted = convert({"covered.mp3", "--profile", "WMA", "--yes"});
+  ASSERT_EQ(accepted.exitCode, 0) << accepted.errorOutput.toStdString();
+  EXPECT_TRUE(accepted.errorOutput.contains(QStringLiteral(" [YES/NO] YES")));
+  EXPECT_TRUE(QFileInfo::exists(output.filePath(QStringLiteral("covered.wma"))));
+}
+
 TEST_F(ConvertCommand, CtrlCStopsTheRunningFileAndSkipsTheRest) {
   media->videoClip(QStringLiteral("long.avi"), 60);
   QProcess process;
@@ -126,6 +152,8 @@ TEST_F(ConvertCommand, CtrlCStopsTheRunningFileAndSkipsTheRest) {
   EXPECT_EQ(result.exitCode, 130) << result.errorOutput.toStdString();
   EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: long.avi")));
   EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: small.mkv: Cancelled before it started.")));
+  EXPECT_FALSE(result.errorOutput.contains(QLatin1String(MainFormController::kCompleteAlert)));
+  EXPECT_TRUE(result.standardOutput.contains(QStringLiteral("0 converted, 0 failed, 2 cancelled.")));
   EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("small.mp4"))));
 }
 

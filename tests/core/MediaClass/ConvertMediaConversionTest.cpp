@@ -16,7 +16,6 @@
 
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/KMVLog.h"
-#include "MediaClass/ConversionRunner.h"
 #include "MediaClass/ConvertMedia.h"
 #include "support/GeneratedMedia.h"
 #include "support/ListItems.h"
@@ -142,73 +141,6 @@ TEST_F(Conversions, StoppingEndsOnceAndKeepsWhatWasWritten) {
   EXPECT_LT(job.getCurrentTime(), job.getLength());
   job.deleteVideoName();
   EXPECT_TRUE(QFileInfo(job.videoPath()).size() > 0);
-}
-
-// What the runner reported, in order.
-class RecordingRunnerDelegate : public ConversionRunnerDelegate {
- public:
-  void conversionDidStart(const NodeInfo::Ptr& node, const QString&) override { events.append("start " + name(node)); }
-  void conversionProgress(const NodeInfo::Ptr&, double currentUs, double lengthUs) override {
-    lastProgress = lengthUs > 0 ? currentUs / lengthUs : -1;
-  }
-  void conversionDidEnd(const NodeInfo::Ptr& node, const ConversionOutcome& outcome) override {
-    events.append("end " + name(node));
-    outcomes.append(outcome);
-  }
-  void allConversionsDidEnd() override { ++allEnded; }
-
-  static QString name(const NodeInfo::Ptr& node) { return node->outputFilename(); }
-  QStringList events;
-  QList<ConversionOutcome> outcomes;
-  double lastProgress = -1;
-  int allEnded = 0;
-};
-
-TEST_F(Conversions, TheRunnerConvertsInOrderAndGoesOnPastARefusedItem) {
-  const NodeInfo::Ptr refused = item(0);
-  refused->setOutputFilename(QString(300, QLatin1Char('n')));
-  const NodeInfo::Ptr song = item(0, QStringLiteral("MP3"));
-  song->setOutputFilename(QStringLiteral("song"));
-  song->setSplitRow(1);
-  song->setVideoClips(2);
-
-  RecordingRunnerDelegate delegate;
-  ConversionRunner runner(&delegate);
-  runner.start({item(0), refused, song});
-  ASSERT_TRUE(runLoopUntil([&delegate] { return delegate.allEnded > 0; }));
-  drainQueuedEvents();
-  EXPECT_EQ(delegate.allEnded, 1);
-  const QString longName = RecordingRunnerDelegate::name(refused);
-  EXPECT_EQ(delegate.events, QStringList({"start movie", "end movie", "end " + longName, "start song", "end song"}));
-  ASSERT_EQ(delegate.outcomes.size(), 3);
-  EXPECT_EQ(delegate.outcomes[0].status, ConversionOutcome::Status::kFinished);
-  EXPECT_EQ(delegate.outcomes[0].outputFiles, QStringList{output.filePath(QStringLiteral("movie.mp4"))});
-  EXPECT_EQ(delegate.outcomes[1].status, ConversionOutcome::Status::kFailed);
-  EXPECT_TRUE(delegate.outcomes[1].reason.contains(QStringLiteral("output path")));
-  EXPECT_EQ(delegate.outcomes[2].status, ConversionOutcome::Status::kFinished);
-  EXPECT_EQ(delegate.outcomes[2].outputFiles, QStringList({output.filePath(QStringLiteral("song_0.mp3")),
-                                                           output.filePath(QStringLiteral("song_1.mp3"))}));
-  EXPECT_EQ(delegate.lastProgress, 1.0);
-}
-
-TEST_F(Conversions, TheRunnerIgnoresAnotherProgramsEndAndCancelsWhatIsLeft) {
-  RecordingRunnerDelegate delegate;
-  ConversionRunner runner(&delegate);
-  runner.start({item(1), item(0)});
-  ASSERT_TRUE(runner.isRunning());
-  // Another running copy of the program announcing the end of its own conversion.
-  DistributedNotificationCenter::defaultCenter().postNotificationName(
-      QLatin1String(ConvertMedia::kConvertEndNotification), QString(), true);
-  drainQueuedEvents();
-  EXPECT_EQ(delegate.events, QStringList{"start long"});
-
-  runner.cancel();
-  ASSERT_TRUE(runLoopUntil([&delegate] { return delegate.allEnded > 0; }));
-  EXPECT_EQ(delegate.events, QStringList({"start long", "end long", "end movie"}));
-  for (const ConversionOutcome& outcome : delegate.outcomes) {
-    EXPECT_EQ(outcome.status, ConversionOutcome::Status::kCancelled);
-  }
-  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("movie.mp4"))));
 }
 
 }  // namespace
