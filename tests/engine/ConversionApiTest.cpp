@@ -110,6 +110,23 @@ TEST_F(ConversionApi, AbortMidwayLeavesAPlayablePartialOutput) {
   EXPECT_FALSE(decodePictures(output).empty());
 }
 
+TEST_F(ConversionApi, AnAbortThatComesOnceTheLastSoundIsEncodedStillFinishes) {
+  // The packet that reaches the whole length is written while the encoder is
+  // being flushed, after every input sample was taken: nothing is left to stop.
+  const std::string output = outputPath("late-abort.mp3");
+  engine::Transcoder transcoder({recordFor(shortClip())}, outputFor(output, "mp3", "", "mp3"));
+  bool abortSent = false;
+  transcoder.setProgressObserver([&](int64_t writtenUs) {
+    if (abortSent || writtenUs < transcoder.durationUs()) return;
+    abortSent = true;
+    transcoder.abort();
+  });
+  const engine::ConversionResult result = transcoder.run();
+  ASSERT_TRUE(abortSent);
+  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished);
+  EXPECT_EQ(transcoder.currentTimeUs(), transcoder.durationUs());
+}
+
 TEST_F(ConversionApi, TwoConversionsOneAfterTheOther) {
   for (const char* name : {"first.mp4", "second.mkv"}) {
     const int endsBefore = endsSinceStart();
