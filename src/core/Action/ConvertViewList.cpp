@@ -162,7 +162,11 @@ void ConvertViewList::convertEnd() {
   // its output a second time.
   const bool stopTooLate = isCancelConvert_ && hasWrittenWholeOutput();
   if (row->isConvert() || stopTooLate) {
-    AddMetaDataAction::addMetaData(*row->nodeInfo(), convertMedia_->videoPath());
+    const AddMetaDataResult tags = AddMetaDataAction::addMetaData(*row->nodeInfo(), convertMedia_->videoPath());
+    for (const AddMetaDataResult::Failure& failure : tags.failures) {
+      KMVLog::Log(QStringLiteral("Tags not written into %1: %2")
+                      .arg(failure.path, QString::fromUtf8(GetMetaDataErrorText(failure.code))));
+    }
     row->setIsConvert(false);
   }
   if (isCancelConvert_ && !stopTooLate) {
