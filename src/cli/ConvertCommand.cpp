@@ -48,13 +48,12 @@ QStringList absolutePaths(const QStringList& files) {
 }
 
 // At the end of a run the window reveals the output folder; here it is named.
-class NamingWorkspace : public Workspace {
+class NamingWorkspace : public TerminalWorkspace {
  public:
   bool revealInFileViewer(const QString& path) override {
     QTextStream(stdout) << "Output folder: " << path << Qt::endl;
     return true;
   }
-  bool openAddress(const QString& address) override { return TerminalWorkspace().openAddress(address); }
 };
 
 // The alerts and workspace of one conversion run, put back afterwards, and
