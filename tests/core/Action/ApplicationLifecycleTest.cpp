@@ -53,7 +53,8 @@ TEST_F(Lifecycle, StartUpRunsItsStepsInOrderAndAnnouncesTheSkin) {
   QStringList announced;
   const int token = 0;
   DistributedNotificationCenter::defaultCenter().addObserver(
-      &token, QStringLiteral("KMVSETAPPSKINPATH"), [&](const Notification& n) { announced.append(n.object.toString()); });
+      &token, QStringLiteral("KMVSETAPPSKINPATH"),
+      [&](const Notification& n) { announced.append(n.object.toString()); });
 
   RecordingShell shell;
   ApplicationLifecycle::startUp(shell);

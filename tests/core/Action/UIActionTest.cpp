@@ -112,7 +112,8 @@ TEST_F(ConfigXml, ADamagedFileIsKeptAsideAndReplaced) {
 }
 
 TEST_F(ConfigXml, TheLinkIdTakesTheVersionDigitsOnceAndIsNeverOverwritten) {
-  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")), QStringLiteral("xx-215"));
+  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")),
+            QStringLiteral("xx-215"));
   EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("version/version"), QStringLiteral("10.0")),
             QStringLiteral("100/100"));
 
