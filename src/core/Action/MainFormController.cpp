@@ -45,7 +45,10 @@ int32_t snapshotImageType(const QString& format) {
 }  // namespace
 
 MainFormController::MainFormController(UIInfoDB& db, int addWorkers)
-    : db_(db), mainFormAction_(std::make_unique<MainFormAction>(db, this, addWorkers)), outputFolder_(DefOutputPath) {
+    : db_(db),
+      mainFormAction_(std::make_unique<MainFormAction>(db, this, addWorkers)),
+      thumbnails_(NodeInfoAction::mainList(db)),
+      outputFolder_(DefOutputPath) {
   connect(mainFormAction_.get(), &MainFormAction::progress, this, &MainFormController::addingProgress);
   connect(mainFormAction_.get(), &MainFormAction::finished, this, &MainFormController::addingEnded);
 }

@@ -17,6 +17,7 @@
 
 #include "Action/ConvertView.h"
 #include "Action/ConvertViewList.h"
+#include "Action/ListThumbnails.h"
 #include "Action/MainFormAction.h"
 #include "ValueObject/NodeInfo.h"
 #include "ValueObject/UIInfoDB.h"
@@ -129,6 +130,7 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
 
   UIInfoDB& db_;
   std::unique_ptr<MainFormAction> mainFormAction_;
+  ListThumbnails thumbnails_;
   QString outputFolder_;
   WindowState state_ = WindowState::kEmpty;
   bool isShowWindow_ = false;

@@ -233,6 +233,27 @@ TEST_F(MainWindowCommands, ReorderingDeletingAndApplyingAProfileToAll) {
   EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
 }
 
+TEST_F(MainWindowCommands, ThumbnailsGoWithTheirItemsAndWithTheList) {
+  addFiles({path("first.mp4"), path("second.mp4"), path("first.mp4")});
+  const NodeInfo::List items = controller.videoData();
+  ASSERT_EQ(items.size(), 3);
+  QStringList pictures;
+  for (const NodeInfo::Ptr& item : items) pictures.append(item->mediaFileInfo().imageName());
+  for (const QString& picture : pictures) ASSERT_TRUE(QFileInfo::exists(picture)) << picture.toStdString();
+  const QString userCover = path("first.mp4");
+  items[1]->metaData().setImage(userCover);
+
+  controller.deleteItemView(items[1]);
+  EXPECT_FALSE(QFileInfo::exists(pictures[1]));
+  EXPECT_TRUE(QFileInfo::exists(userCover)) << "a picture outside the thumbnail folder was removed";
+  EXPECT_TRUE(QFileInfo::exists(pictures[0]) && QFileInfo::exists(pictures[2]));
+  {
+    MainFormController another(db);
+    EXPECT_EQ(another.videoData().size(), 2);
+  }
+  EXPECT_FALSE(QFileInfo::exists(pictures[0]) || QFileInfo::exists(pictures[2])) << "the list went away";
+}
+
 TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {
   photoOutputPath = media->path(QStringLiteral("photos"));
   photoOutputFormat = QStringLiteral("jpg");
