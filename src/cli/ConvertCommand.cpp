@@ -67,6 +67,11 @@ int convertFiles(const ConvertRequest& request) {
         << Qt::endl;
     return kExitUsage;
   }
+  if (!MainFormController::itemCanSelectProfile(*entry)) {
+    // The window's missing-codec alert, asked on the terminal.
+    QCoreApplication::processEvents();
+    return kExitFailed;
+  }
   const std::optional<ProfileSettingInfo> profile = ProfileAction::makeProfileSettingInfo(*entry);
   if (!profile) {
     err << QStringLiteral("The profile %1 is damaged in the catalogue.").arg(entry->DisplayName) << Qt::endl;

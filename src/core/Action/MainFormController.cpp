@@ -1,17 +1,23 @@
 #include "MainFormController.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QThread>
+
+#include <algorithm>
 
 #include "Action/MainListAction.h"
 #include "Action/MediaFileTypes.h"
 #include "Action/NodeInfoAction.h"
+#include "Action/ProfileAction.h"
 #include "Action/UIAction.h"
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/KMVLog.h"
 #include "CommonClass/PlatformServices.h"
 #include "CommonClass/UserDefaults.h"
+#include "Profile/KMVProfileCatalog.h"
+#include "videoconverter.h"
 
 int32_t MainFormController::lastSelectAllowFiles = 0;
 int32_t MainFormController::kImageIndex = 1;
@@ -72,7 +78,13 @@ void MainFormController::addFileClick() {
   if (isConverting() || isShowWindow_) return;
   FilePanels* panels = PlatformServices::panels();
   if (panels == nullptr) return;
-  const QStringList paths = panels->openFiles(MediaFileTypes::configOpenAllowFileWithIndex(lastSelectAllowFiles));
+  QList<FilePanels::Filter> filters;
+  for (int index = 0; index < MediaFileTypes::filterNames().size(); ++index) {
+    filters.append({MediaFileTypes::filterNames()[index], MediaFileTypes::configOpenAllowFileWithIndex(index)});
+  }
+  int chosenFilter = lastSelectAllowFiles;
+  const QStringList paths = panels->openFilesWithFilters(DefInputPath, filters, chosenFilter);
+  lastSelectAllowFiles = chosenFilter;
   if (!paths.isEmpty()) addFilesToMainList(paths);
 }
 
@@ -162,6 +174,62 @@ bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
   if (takeSnapshot(path, snapshotImageType(photoOutputFormat)) != 0) return false;
   ++kImageIndex;
   return true;
+}
+
+bool MainFormController::itemCanSelectProfile(const KMVProfileDataInfo& entry) {
+  const auto needed = std::find_if(kAppleCodecProfiles.begin(), kAppleCodecProfiles.end(),
+                                   [&entry](const auto& row) { return row.first == entry.identifier; });
+  if (needed == kAppleCodecProfiles.end() || VideoConverter_CheckEncoder(needed->second) == 1) return true;
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(),
+      [] {
+        const int answer = ask(QLatin1String(kCodecMissingTitle), QLatin1String(kCodecMissingText),
+                               {QStringLiteral("Click to download"), QStringLiteral("Close")});
+        Workspace* workspace = PlatformServices::workspace();
+        if (answer == 0 && workspace != nullptr) {
+          workspace->openAddress(UIAction::serviceAddress(QStringLiteral("codecdownload")));
+        }
+      },
+      Qt::QueuedConnection);
+  return false;
+}
+
+bool MainFormController::OnProfileSelect(const NodeInfo::Ptr& item, const KMVProfileDataInfo& entry) {
+  if (item == nullptr || isConverting() || !itemCanSelectProfile(entry)) return true;
+  if (!ProfileAction::initProfileSettingInfo(*item, &entry)) return false;
+  for (const NodeInfo::Ptr& child : item->childNode()) child->setCurProfileSetting(item->curProfileSetting());
+  kProfileName = entry.DisplayName;
+  KMVProfileCatalog::sharedCatalog().selectProfile(entry.DisplayName);
+  currentProfile_ = item->curProfileSetting();
+  mainList().noteChanged(item);
+  return true;
+}
+
+void MainFormController::audioStreamDidChange(const NodeInfo::Ptr& item, int32_t streamIndex) {
+  if (item == nullptr || isConverting()) return;
+  item->setSelectAudioStream(streamIndex);
+  mainList().noteChanged(item);
+}
+
+void MainFormController::itemChanged(const NodeInfo::Ptr& item) { mainList().noteChanged(item); }
+
+void MainFormController::openHelpPage() {
+  const auto info = CommonClass::readProductInfo();
+  Workspace* workspace = PlatformServices::workspace();
+  if (info && workspace != nullptr) workspace->openAddress(UIAction::pageWithLinkID(info->decryptedText(info->helpURL)));
+}
+
+void MainFormController::openSupportPage() {
+  const auto info = CommonClass::readProductInfo();
+  Workspace* workspace = PlatformServices::workspace();
+  if (info && workspace != nullptr) {
+    workspace->openAddress(UIAction::pageWithLinkID(info->decryptedText(info->supportURL)));
+  }
+}
+
+void MainFormController::checkForUpdates(bool interactive) {
+  if (isConverting()) return;
+  updateCheck_.check(QUrl(UIAction::serviceAddress(QStringLiteral("appcast"))), interactive);
 }
 
 void MainFormController::showConverterWindowModal() {

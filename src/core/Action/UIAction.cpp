@@ -194,6 +194,17 @@ bool UIAction::saveInfoToXml() {
   return saved;
 }
 
+QString UIAction::serviceAddress(const QString& name) {
+  const std::optional<QDomDocument> document = readConfigXml();
+  if (!document) return {};
+  return CommonClass::getNodeValue(document->documentElement().firstChildElement(QStringLiteral("service")), name);
+}
+
+QString UIAction::pageWithLinkID(const QString& page) {
+  const QString tag = UserDefaults::standardUserDefaults().stringForKey(QStringLiteral("LinkID"));
+  return tag.isEmpty() ? page : QStringLiteral("%1#from=%2").arg(page, tag);
+}
+
 QString UIAction::linkIDFromTemplate(const QString& linkTemplate, const QString& bundleVersion) {
   QString digits = bundleVersion;
   digits.remove(QLatin1Char('.'));
