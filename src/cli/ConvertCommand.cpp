@@ -92,7 +92,6 @@ int convertFiles(const ConvertRequest& request) {
   ConvertRunReport report(controller, isatty(STDOUT_FILENO) != 0);
   InterruptWatcher interrupt([&] {
     QTextStream(stderr) << "Stopping... (Ctrl-C again quits at once)" << Qt::endl;
-    report.cancelRequested();
     controller.cancelAllConvert();
   });
   QObject::connect(&controller, &MainFormController::windowStateChanged, [](MainFormController::WindowState state) {

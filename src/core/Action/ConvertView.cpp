@@ -40,9 +40,38 @@ void ConvertView::setOutputPath(const QString& path) {
   emit changed();
 }
 
-void ConvertView::setRefusal(const QString& reason) {
-  if (reason == refusal_) return;
-  refusal_ = reason;
+QString ConvertView::outcomeText(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::kWaiting:
+      return QStringLiteral("Waiting");
+    case Outcome::kConverting:
+      return QStringLiteral("Converting");
+    case Outcome::kFinished:
+      return QStringLiteral("Finished");
+    case Outcome::kWarning:
+      return QStringLiteral("Finished with a warning");
+    case Outcome::kFailed:
+      return QStringLiteral("Failed");
+    case Outcome::kStopped:
+      return QStringLiteral("Stopped");
+    case Outcome::kCancelled:
+      return QStringLiteral("Cancelled");
+  }
+  return {};
+}
+
+void ConvertView::setOutcome(Outcome outcome, const QString& reason, const QStringList& files) {
+  if (outcome == outcome_ && reason == outcomeReason_ && files == outputFiles_) return;
+  outcome_ = outcome;
+  outcomeReason_ = reason;
+  outputFiles_ = files;
+  emit changed();
+}
+
+void ConvertView::setTimes(double elapsed, double left) {
+  if (elapsed == elapsedSeconds_ && left == secondsLeft_) return;
+  elapsedSeconds_ = elapsed;
+  secondsLeft_ = left;
   emit changed();
 }
 

@@ -126,6 +126,10 @@ TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
     EXPECT_FALSE(row.isStopButtonVisible());
     EXPECT_NEAR(modeltest::ffprobeDuration(modeltest::ffprobe(outputOf(index))), 1.0, 0.3);
     EXPECT_EQ(titleIn(outputOf(index)), QStringLiteral("Title %1").arg(index));
+    EXPECT_EQ(row.outcome(), ConvertView::Outcome::kFinished);
+    EXPECT_TRUE(row.outcomeReason().isEmpty());
+    EXPECT_EQ(row.outputFiles(), QStringList{outputOf(index)});
+    EXPECT_GT(row.elapsedSeconds(), 0);
   }
   // A late "CONVERTEND" from elsewhere does not end the run a second time.
   DistributedNotificationCenter::defaultCenter().postNotificationName(
@@ -148,6 +152,7 @@ TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {
   EXPECT_TRUE(waiting.isStartButtonVisible());
   EXPECT_TRUE(waiting.isStartButtonEnabled());
   EXPECT_FALSE(waiting.isStopButtonVisible());
+  EXPECT_EQ(waiting.outcome(), ConvertView::Outcome::kStopped);
 
   running.stopButtonClick();
   ASSERT_TRUE(waitForEnd());
@@ -161,6 +166,8 @@ TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {
   EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
   EXPECT_EQ(rows[2]->rateText(), QStringLiteral("100%"));
   EXPECT_EQ(titleIn(outputOf(2)), QStringLiteral("Title 2"));
+  EXPECT_EQ(running.outcome(), ConvertView::Outcome::kStopped);
+  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
 }
 
 TEST_F(ConversionQueue, StoppedRowPutBackRunsAfterTheWaitingRows) {
@@ -197,6 +204,9 @@ TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
   EXPECT_TRUE(titleIn(outputOf(0)).isEmpty()) << "tags written into a cancelled output";
   EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
   EXPECT_FALSE(QFileInfo::exists(outputOf(2)));
+  for (const auto& row : rows) EXPECT_EQ(row->outcome(), ConvertView::Outcome::kCancelled);
+  EXPECT_TRUE(rows[0]->outcomeReason().startsWith(QStringLiteral("The conversion was stopped at")))
+      << rows[0]->outcomeReason().toStdString();
 }
 
 TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
@@ -212,15 +222,30 @@ TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
   ASSERT_TRUE(waitForEnd());
   EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get()}));
   EXPECT_EQ(told, QStringList({"start row0", "end row0", "end nnnn", "start row2", "end row2"}));
-  EXPECT_TRUE(rows[1]->refusal().contains(QStringLiteral("output path"))) << rows[1]->refusal().toStdString();
+  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFailed);
+  EXPECT_TRUE(rows[1]->outcomeReason().contains(QStringLiteral("output path")))
+      << rows[1]->outcomeReason().toStdString();
   EXPECT_TRUE(rows[1]->outputPath().isEmpty());
   EXPECT_EQ(rows[2]->outputPath(), outputOf(2));
-  EXPECT_TRUE(rows[2]->refusal().isEmpty());
+  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
   EXPECT_EQ(window.endCount, 1);
   EXPECT_TRUE(rows[1]->rateText().isEmpty());
   EXPECT_TRUE(rows[1]->isStartButtonEnabled());
   EXPECT_TRUE(QFileInfo::exists(outputOf(0)));
   EXPECT_TRUE(QFileInfo::exists(outputOf(2)));
+}
+
+TEST_F(ConversionQueue, AConversionTheConverterFailsEndsFailedWithItsReason) {
+  makeRows(2);
+  rows[0]->nodeInfo()->curProfileSetting().setVideoEncoder(QStringLiteral("nonesuch"));
+  queue.encode(rowList());
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(started, rowList()) << "it started, then failed inside the converter";
+  EXPECT_EQ(rows[0]->outcome(), ConvertView::Outcome::kFailed);
+  EXPECT_TRUE(rows[0]->outcomeReason().contains(QStringLiteral("nonesuch"))) << rows[0]->outcomeReason().toStdString();
+  EXPECT_TRUE(rows[0]->outputFiles().isEmpty());
+  EXPECT_FALSE(QFileInfo::exists(outputOf(0)));
+  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFinished);
 }
 
 TEST_F(ConversionQueue, RunWhoseEveryRowFailsStillEndsOnce) {

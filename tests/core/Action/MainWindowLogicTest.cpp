@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "Action/ItemNameEditing.h"
+#include "Action/MediaItemSummary.h"
 #include "Action/MainFormController.h"
 #include "Action/ProfileAction.h"
 #include "Action/SettingFormAction.h"
@@ -81,6 +82,45 @@ TEST_F(MainWindowLogic, EditingANameKeepsOrRefusesAndTellsTheList) {
             ItemNameEditing::Outcome::kAccepted);
   EXPECT_EQ(node->outputFilename(), QStringLiteral("after"));
   EXPECT_EQ(changes, 1);
+}
+
+TEST(MediaItemRow, ShowsTrimmedLengthSizesAndTheAudioChoice) {
+  NodeInfo node;
+  node.setType(NodeInfo::kTypeFile);
+  MediaFileInfo& media = node.mediaFileInfo();
+  media.setDTotalTime(3725.6);
+  media.setFrameWidth(1280);
+  media.setFrameHeight(720);
+  media.setSize(5.5 * 1024 * 1024);
+  for (const char* name : {"English", "Deutsch"}) {
+    auto stream = std::make_shared<AudioStream>();
+    stream->setAudioStreamName(QLatin1String(name));
+    media.addAudioStream(stream);
+  }
+  node.setSelectAudioStream(1);
+  MediaItemSummary row = MediaItemSummary::of(node);
+  EXPECT_EQ(row.duration, QStringLiteral("01:02:05"));
+  EXPECT_EQ(row.resolution, QStringLiteral("1280x720"));
+  EXPECT_EQ(row.size, QStringLiteral("5.50 MB"));
+  EXPECT_EQ(row.audioStreams, (QStringList{"No audio", "English", "Deutsch"}));
+  EXPECT_EQ(row.selectedAudio, 2);
+  EXPECT_EQ(MediaItemSummary::streamForChoice(node, 0), -1);
+  EXPECT_EQ(MediaItemSummary::streamForChoice(node, 2), 1);
+
+  node.trimSettingInfo().setStartTime(10);
+  node.trimSettingInfo().setEndTime(70);
+  node.setSelectAudioStream(-1);
+  media.setFrameWidth(0);
+  row = MediaItemSummary::of(node);
+  EXPECT_EQ(row.duration, QStringLiteral("00:01:00"));
+  EXPECT_TRUE(row.resolution.isEmpty());
+  EXPECT_EQ(row.selectedAudio, 0);
+
+  // A merge group counts its size in kilobytes.
+  node.setType(NodeInfo::kTypeMerged);
+  media.setSize(2048);
+  EXPECT_EQ(MediaItemSummary::of(node).size, QStringLiteral("2.00 MB"));
+  EXPECT_EQ(MediaItemSummary::sizeText(512), QStringLiteral("512 B"));
 }
 
 TEST_F(MainWindowLogic, SettingsPanelShowsAProfileAndWritesItBack) {
