@@ -1,0 +1,122 @@
+// Streaming manifests: an HLS master with two variants, a DASH manifest, a
+// live playlist, on a page and as the address itself; broken ones dropped.
+
+#include <gtest/gtest.h>
+
+#include "PageServer.h"
+#include "parseurl.h"
+
+namespace {
+
+const char* const kMaster = R"(#EXTM3U
+#EXT-X-VERSION:3
+#EXT-X-STREAM-INF:BANDWIDTH=2000000,RESOLUTION=1280x720,CODECS="avc1.4d401f,mp4a.40.2"
+hi/index.m3u8
+#EXT-X-STREAM-INF:CODECS="avc1.42e00a,mp4a.40.2",RESOLUTION=640x360,BANDWIDTH=800000
+http://cdn.example.test/lo/index.m3u8
+)";
+
+// 34.5 seconds, complete.
+const char* const kVariant = R"(#EXTM3U
+#EXT-X-TARGETDURATION:10
+#EXTINF:10.0,
+seg0.ts
+#EXTINF:10.0,
+seg1.ts
+#EXTINF:10.0,
+seg2.ts
+#EXTINF:4.5,
+seg3.ts
+#EXT-X-ENDLIST
+)";
+
+const char* const kDash = R"(<?xml version="1.0" encoding="UTF-8"?>
+<MPD xmlns="urn:mpeg:dash:schema:mpd:2011" type="static" mediaPresentationDuration="PT1M0.5S">
+  <Period>
+    <AdaptationSet mimeType="video/mp4" width="1920" height="1080">
+      <Representation id="v1080" bandwidth="4000000"/>
+      <Representation id="v480" bandwidth="1000000" width="854" height="480"/>
+    </AdaptationSet>
+    <AdaptationSet mimeType="audio/mp4">
+      <Representation id="a1" bandwidth="128000"/>
+    </AdaptationSet>
+  </Period>
+</MPD>)";
+
+class Manifests : public testing::Test {
+ protected:
+  void SetUp() override {
+    pages.serve("/hls/master.m3u8", kMaster, "application/vnd.apple.mpegurl");
+    pages.serve("/hls/hi/index.m3u8", kVariant, "application/vnd.apple.mpegurl");
+    pages.serve("/dash/manifest.mpd", kDash, "application/dash+xml");
+  }
+
+  void expectHlsVariants(const ParseOutcome& outcome, const std::string& title) {
+    ASSERT_EQ(outcome.result, PARSE_OK);
+    ASSERT_EQ(outcome.entries.size(), 2u);
+    const ParsedEntry& high = outcome.entries[0];
+    EXPECT_EQ(high.url, pages.url("/hls/hi/index.m3u8"));
+    EXPECT_EQ(high.extension, "mp4");
+    EXPECT_EQ(high.width, 1280);
+    EXPECT_EQ(high.height, 720);
+    EXPECT_EQ(high.length, 34);
+    EXPECT_EQ(high.size, 8625000);  // 2 Mbit/s for 34.5 s
+    EXPECT_EQ(high.title, title);
+    const ParsedEntry& low = outcome.entries[1];
+    EXPECT_EQ(low.url, "http://cdn.example.test/lo/index.m3u8");
+    EXPECT_EQ(low.width, 640);
+    EXPECT_EQ(low.height, 360);
+    EXPECT_EQ(low.length, 34);
+    EXPECT_EQ(low.size, 3450000);
+  }
+
+  PageServer pages;
+};
+
+TEST_F(Manifests, AnHlsMasterOnAPageBecomesOneEntryPerVariant) {
+  pages.serve("/page.html", R"(<title>Streamed</title><video src="/hls/master.m3u8" poster="/p.jpg"></video>)");
+  const ParseOutcome outcome = parse(pages.url("/page.html"));
+  expectHlsVariants(outcome, "Streamed");
+  EXPECT_EQ(outcome.entries[0].imageUrl, pages.url("/p.jpg"));
+}
+
+TEST_F(Manifests, AnHlsMasterAsTheAddressItself) {
+  expectHlsVariants(parse(pages.url("/hls/master.m3u8")), "master.m3u8");
+}
+
+TEST_F(Manifests, ADashManifestBecomesOneEntryPerVideoRepresentation) {
+  pages.serve("/page.html", R"(<script>var stream = "/dash/manifest.mpd";</script>)");
+  for (const std::string& address : {pages.url("/page.html"), pages.url("/dash/manifest.mpd")}) {
+    const ParseOutcome outcome = parse(address);
+    ASSERT_EQ(outcome.result, PARSE_OK) << address;
+    ASSERT_EQ(outcome.entries.size(), 2u) << address << " " << testing::PrintToString(outcome.urls());
+    const ParsedEntry& large = outcome.entries[0];
+    EXPECT_EQ(large.url, pages.url("/dash/manifest.mpd#representation=v1080"));
+    EXPECT_EQ(large.extension, "mp4");
+    EXPECT_EQ(large.width, 1920);
+    EXPECT_EQ(large.height, 1080);
+    EXPECT_EQ(large.length, 60);
+    EXPECT_EQ(large.size, 30250000);  // 4 Mbit/s for 60.5 s
+    const ParsedEntry& small = outcome.entries[1];
+    EXPECT_EQ(small.url, pages.url("/dash/manifest.mpd#representation=v480"));
+    EXPECT_EQ(small.width, 854);
+    EXPECT_EQ(small.height, 480);
+  }
+}
+
+TEST_F(Manifests, ALivePlaylistHasNoLengthAndABrokenOneIsDropped) {
+  pages.serve("/live.m3u8", "#EXTM3U\n#EXTINF:6.0,\nseg0.ts\n#EXTINF:6.0,\nseg1.ts\n", "application/x-mpegURL");
+  pages.serve("/broken.m3u8", "<html>not a playlist</html>", "application/x-mpegURL");
+  pages.serve("/page.html",
+              R"(<video src="/live.m3u8"></video><video src="/broken.m3u8"></video><video src="/missing.mpd"></video>
+                 <video src="/clip.mp4"></video>)");
+
+  const ParseOutcome outcome = parse(pages.url("/page.html"));
+
+  ASSERT_EQ(outcome.result, PARSE_OK);
+  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.url("/live.m3u8"), pages.url("/clip.mp4")}));
+  EXPECT_EQ(outcome.entries[0].extension, "mp4");
+  EXPECT_EQ(outcome.entries[0].length, 0);
+}
+
+}  // namespace
