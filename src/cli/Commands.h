@@ -10,3 +10,4 @@ int runProfilesCommand(const QStringList& arguments);
 int runFetchCommand(const QStringList& arguments);
 int runConvertCommand(const QStringList& arguments);
 int runTagsCommand(const QStringList& arguments);
+int runAnalyzeCommand(const QStringList& arguments);

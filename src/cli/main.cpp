@@ -26,6 +26,7 @@ const Command kCommands[] = {
     {"profiles", "list the output profiles of the catalogue by group", runProfilesCommand},
     {"convert", "FILE... [--profile NAME] [--output DIR] [options]: convert files with edits", runConvertCommand},
     {"tags", "FILE... [--json]: print the tags of media files and save their covers as pictures", runTagsCommand},
+    {"analyze", "URL [--quality 0|1|2] [--json]: list the videos of a web page and the one chosen", runAnalyzeCommand},
 };
 
 void printUsage(QTextStream& stream) {
