@@ -12,8 +12,9 @@
 
 namespace parseurl {
 
+// The limits of one analysis, with the library's defaults.
 struct AnalysisLimits {
-  std::chrono::milliseconds timeLimit{30000};
+  std::chrono::milliseconds timeLimit{std::chrono::seconds(30)};
   int64_t maxPageBytes = 8 * 1024 * 1024;
   std::string workPath;  // where the extractor runs
 };

@@ -9,13 +9,12 @@
 
 namespace {
 
-constexpr std::chrono::seconds kDefaultTimeLimit{30};
-constexpr int64_t kDefaultMaxPageBytes = 8 * 1024 * 1024;
+const parseurl::AnalysisLimits kDefaultLimits;
 
 // Settings and the strings of the last result; StartParse holds the lock for
 // its whole run, so that overlapping calls wait rather than clash.
 std::mutex libraryMutex;
-parseurl::AnalysisLimits limits{kDefaultTimeLimit, kDefaultMaxPageBytes, {}};
+parseurl::AnalysisLimits limits;
 parseurl::ResultStrings lastResultStrings;
 
 }  // namespace
@@ -29,8 +28,8 @@ void SetWorkPath(const char* path) {
 
 void SetParseLimits(int32_t timeLimitSeconds, int64_t maxPageBytes) {
   const std::lock_guard lock(libraryMutex);
-  limits.timeLimit = timeLimitSeconds > 0 ? std::chrono::seconds(timeLimitSeconds) : kDefaultTimeLimit;
-  limits.maxPageBytes = maxPageBytes > 0 ? maxPageBytes : kDefaultMaxPageBytes;
+  limits.timeLimit = timeLimitSeconds > 0 ? std::chrono::seconds(timeLimitSeconds) : kDefaultLimits.timeLimit;
+  limits.maxPageBytes = maxPageBytes > 0 ? maxPageBytes : kDefaultLimits.maxPageBytes;
 }
 
 int GetWebSiteID(const char* url) { return url != nullptr ? parseurl::webSiteId(url) : PARSE_SITE_UNKNOWN; }

@@ -52,6 +52,25 @@ std::string_view byteOrderMarkCharset(std::string_view bytes) {
   return {};
 }
 
+// The "charset" parameter of a content type or a <meta> content, in lower
+// case without quotes; empty when there is none.
+std::string charsetParameter(std::string_view text) {
+  const std::string lower = lowerCase(text);
+  const size_t key = lower.find("charset");
+  if (key == std::string::npos) return {};
+  size_t position = key + 7;
+  while (position < lower.size() &&
+         (lower[position] == ' ' || lower[position] == '=' || lower[position] == '"' || lower[position] == '\'')) {
+    ++position;
+  }
+  size_t end = position;
+  while (end < lower.size() && (std::isalnum(static_cast<unsigned char>(lower[end])) || lower[end] == '-' ||
+                                lower[end] == '_' || lower[end] == ':' || lower[end] == '.')) {
+    ++end;
+  }
+  return lower.substr(position, end - position);
+}
+
 // The charset of the first <meta charset=...> or <meta content="...; charset=...">.
 std::string metaCharset(std::string_view bytes) {
   const std::string head = lowerCase(bytes.substr(0, kMetaScanBytes));
@@ -73,23 +92,6 @@ std::string iconvName(const std::string& charset) {
 }
 
 }  // namespace
-
-std::string charsetParameter(std::string_view text) {
-  const std::string lower = lowerCase(text);
-  const size_t key = lower.find("charset");
-  if (key == std::string::npos) return {};
-  size_t position = key + 7;
-  while (position < lower.size() &&
-         (lower[position] == ' ' || lower[position] == '=' || lower[position] == '"' || lower[position] == '\'')) {
-    ++position;
-  }
-  size_t end = position;
-  while (end < lower.size() && (std::isalnum(static_cast<unsigned char>(lower[end])) || lower[end] == '-' ||
-                                lower[end] == '_' || lower[end] == ':' || lower[end] == '.')) {
-    ++end;
-  }
-  return lower.substr(position, end - position);
-}
 
 std::string pageCharset(std::string_view bytes, std::string_view contentType) {
   if (const std::string_view mark = byteOrderMarkCharset(bytes); !mark.empty()) return std::string(mark);

@@ -17,8 +17,4 @@ std::string pageCharset(std::string_view bytes, std::string_view contentType);
 // U+FFFD.
 std::string toUtf8(std::string_view bytes, const std::string& charset);
 
-// The "charset" parameter of a content type or a <meta> content, in lower
-// case without quotes; empty when there is none.
-std::string charsetParameter(std::string_view text);
-
 }  // namespace parseurl

@@ -1,6 +1,7 @@
 #include "VideoCollector.h"
 
 #include "Address.h"
+#include "MediaType.h"
 
 namespace parseurl {
 namespace {
@@ -17,9 +18,9 @@ void fillMissing(FoundVideo& kept, const FoundVideo& other) {
   if (kept.extension.empty()) kept.extension = other.extension;
 }
 
-}  // namespace
-
-ResourceKind VideoCollector::kindOf(const FoundVideo& video) {
+// What a find holds, by its address's extension, its declared type and where
+// it was found.
+ResourceKind kindOf(const FoundVideo& video) {
   // A manifest's extension outweighs a declared type, which players often get wrong for them.
   const ResourceKind byExtension = kindOfExtension(pathExtension(video.url));
   if (byExtension == ResourceKind::HlsManifest || byExtension == ResourceKind::DashManifest) return byExtension;
@@ -30,13 +31,13 @@ ResourceKind VideoCollector::kindOf(const FoundVideo& video) {
   return video.isKnownMedia ? ResourceKind::Media : ResourceKind::Unknown;
 }
 
-bool VideoCollector::add(FoundVideo video) {
+}  // namespace
+
+void VideoCollector::add(FoundVideo video) {
   video.url = resolveAddress(base_, video.url);
-  if (video.url.empty()) return false;
+  if (video.url.empty()) return;
   const ResourceKind kind = kindOf(video);
-  if (kind != ResourceKind::Media && kind != ResourceKind::HlsManifest && kind != ResourceKind::DashManifest) {
-    return false;
-  }
+  if (kind != ResourceKind::Media && kind != ResourceKind::HlsManifest && kind != ResourceKind::DashManifest) return;
   if (video.extension.empty()) {
     const std::string fromAddress = pathExtension(video.url);
     video.extension = kindOfExtension(fromAddress) == kind ? fromAddress : extensionOfType(video.type);
@@ -48,10 +49,9 @@ bool VideoCollector::add(FoundVideo video) {
   const auto [same, isNew] = indexOfAddress_.try_emplace(video.url, videos_.size());
   if (!isNew) {
     fillMissing(videos_[same->second], video);
-    return false;
+    return;
   }
   videos_.push_back(std::move(video));
-  return true;
 }
 
 void VideoCollector::addAll(std::vector<FoundVideo> videos) {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "FoundVideo.h"
-#include "MediaType.h"
 
 namespace parseurl {
 
@@ -21,19 +20,14 @@ class VideoCollector {
   const std::string& baseAddress() const { return base_; }
   void setBaseAddress(std::string base) { base_ = std::move(base); }
 
-  // Adds a find; false when it was refused (no address, not media) or
-  // merged into an earlier one.
-  bool add(FoundVideo video);
+  // Adds a find, unless it has no usable address or is no media or manifest.
+  void add(FoundVideo video);
   void addAll(std::vector<FoundVideo> videos);
 
-  const std::vector<FoundVideo>& videos() const { return videos_; }
   std::vector<FoundVideo> takeVideos() {
     indexOfAddress_.clear();
     return std::move(videos_);
   }
-
-  // What a find holds, by its address's extension, its declared type and where it was found.
-  static ResourceKind kindOf(const FoundVideo& video);
 
  private:
   std::string base_;

@@ -76,17 +76,10 @@ TEST_F(Extractor, AKnownSiteIsAskedFirstAndItsFormatsAreMapped) {
   EXPECT_EQ(noted("folder"), folder.string() + "\n");
   EXPECT_EQ(outcome.urls(), (std::vector<std::string>{"https://media.example.test/v?itag=18",
                                                       "https://media.example.test/hls/720.m3u8"}));
-  const ParsedEntry& direct = outcome.entries[0];
-  EXPECT_EQ(direct.extension, "mp4");
-  EXPECT_EQ(direct.width, 640);
-  EXPECT_EQ(direct.height, 360);
-  EXPECT_EQ(direct.size, 5000000);
-  EXPECT_EQ(direct.length, 185);
-  EXPECT_EQ(direct.title, "Extracted & mapped");
-  EXPECT_EQ(direct.imageUrl, "https://img.example.test/t.jpg");
-  const ParsedEntry& streamed = outcome.entries[1];
-  EXPECT_EQ(streamed.extension, "mp4");
-  EXPECT_EQ(streamed.size, 9000000);
+  const std::string title = "Extracted & mapped";
+  const std::string thumbnail = "https://img.example.test/t.jpg";
+  expectEntry(outcome, {640, 360, "https://media.example.test/v?itag=18", "mp4", 185, 5000000, title, thumbnail});
+  expectEntry(outcome, {1280, 720, "https://media.example.test/hls/720.m3u8", "mp4", 185, 9000000, title, thumbnail});
 }
 
 TEST_F(Extractor, AnOtherPageAsksOnlyWhenItGaveNothing) {

@@ -51,23 +51,13 @@ class Manifests : public testing::Test {
     pages.serve("/dash/manifest.mpd", kDash, "application/dash+xml");
   }
 
-  void expectHlsVariants(const ParseOutcome& outcome, const std::string& title) {
+  // 2 Mbit/s and 0.8 Mbit/s for 34.5 seconds.
+  void expectHlsVariants(const ParseOutcome& outcome, const std::string& title, const std::string& picture) {
     ASSERT_EQ(outcome.result, PARSE_OK);
-    ASSERT_EQ(outcome.entries.size(), 2u);
-    const ParsedEntry& high = outcome.entries[0];
-    EXPECT_EQ(high.url, pages.url("/hls/hi/index.m3u8"));
-    EXPECT_EQ(high.extension, "mp4");
-    EXPECT_EQ(high.width, 1280);
-    EXPECT_EQ(high.height, 720);
-    EXPECT_EQ(high.length, 34);
-    EXPECT_EQ(high.size, 8625000);  // 2 Mbit/s for 34.5 s
-    EXPECT_EQ(high.title, title);
-    const ParsedEntry& low = outcome.entries[1];
-    EXPECT_EQ(low.url, "http://cdn.example.test/lo/index.m3u8");
-    EXPECT_EQ(low.width, 640);
-    EXPECT_EQ(low.height, 360);
-    EXPECT_EQ(low.length, 34);
-    EXPECT_EQ(low.size, 3450000);
+    EXPECT_EQ(outcome.urls(),
+              (std::vector<std::string>{pages.url("/hls/hi/index.m3u8"), "http://cdn.example.test/lo/index.m3u8"}));
+    expectEntry(outcome, {1280, 720, pages.url("/hls/hi/index.m3u8"), "mp4", 34, 8625000, title, picture});
+    expectEntry(outcome, {640, 360, "http://cdn.example.test/lo/index.m3u8", "mp4", 34, 3450000, title, picture});
   }
 
   PageServer pages;
@@ -75,32 +65,25 @@ class Manifests : public testing::Test {
 
 TEST_F(Manifests, AnHlsMasterOnAPageBecomesOneEntryPerVariant) {
   pages.serve("/page.html", R"(<title>Streamed</title><video src="/hls/master.m3u8" poster="/p.jpg"></video>)");
-  const ParseOutcome outcome = parse(pages.url("/page.html"));
-  expectHlsVariants(outcome, "Streamed");
-  EXPECT_EQ(outcome.entries[0].imageUrl, pages.url("/p.jpg"));
+  expectHlsVariants(parse(pages.url("/page.html")), "Streamed", pages.url("/p.jpg"));
 }
 
 TEST_F(Manifests, AnHlsMasterAsTheAddressItself) {
-  expectHlsVariants(parse(pages.url("/hls/master.m3u8")), "master.m3u8");
+  expectHlsVariants(parse(pages.url("/hls/master.m3u8")), "master.m3u8", "");
 }
 
 TEST_F(Manifests, ADashManifestBecomesOneEntryPerVideoRepresentation) {
   pages.serve("/page.html", R"(<script>var stream = "/dash/manifest.mpd";</script>)");
-  for (const std::string& address : {pages.url("/page.html"), pages.url("/dash/manifest.mpd")}) {
-    const ParseOutcome outcome = parse(address);
-    ASSERT_EQ(outcome.result, PARSE_OK) << address;
-    ASSERT_EQ(outcome.entries.size(), 2u) << address << " " << testing::PrintToString(outcome.urls());
-    const ParsedEntry& large = outcome.entries[0];
-    EXPECT_EQ(large.url, pages.url("/dash/manifest.mpd#representation=v1080"));
-    EXPECT_EQ(large.extension, "mp4");
-    EXPECT_EQ(large.width, 1920);
-    EXPECT_EQ(large.height, 1080);
-    EXPECT_EQ(large.length, 60);
-    EXPECT_EQ(large.size, 30250000);  // 4 Mbit/s for 60.5 s
-    const ParsedEntry& small = outcome.entries[1];
-    EXPECT_EQ(small.url, pages.url("/dash/manifest.mpd#representation=v480"));
-    EXPECT_EQ(small.width, 854);
-    EXPECT_EQ(small.height, 480);
+  // On a page and as the address itself; the title is the address's last part either way.
+  for (const auto& [path, title] : {std::pair{"/page.html", "page.html"}, {"/dash/manifest.mpd", "manifest.mpd"}}) {
+    const ParseOutcome outcome = parse(pages.url(path));
+    ASSERT_EQ(outcome.result, PARSE_OK) << path;
+    EXPECT_EQ(outcome.entries.size(), 2u) << path << " " << testing::PrintToString(outcome.urls());
+    // 4 and 1 Mbit/s for 60.5 seconds; the second's frame is its own.
+    expectEntry(outcome,
+                {1920, 1080, pages.url("/dash/manifest.mpd#representation=v1080"), "mp4", 60, 30250000, title, ""});
+    expectEntry(outcome,
+                {854, 480, pages.url("/dash/manifest.mpd#representation=v480"), "mp4", 60, 7562500, title, ""});
   }
 }
 

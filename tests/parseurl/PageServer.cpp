@@ -1,5 +1,7 @@
 #include "PageServer.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <stdexcept>
 
@@ -66,6 +68,18 @@ std::vector<std::string> ParseOutcome::urls() const {
   std::vector<std::string> result;
   for (const ParsedEntry& entry : entries) result.push_back(entry.url);
   return result;
+}
+
+void expectEntry(const ParseOutcome& outcome, const ParsedEntry& expected) {
+  const ParsedEntry* entry = outcome.find(expected.url);
+  ASSERT_NE(entry, nullptr) << expected.url << " missing";
+  EXPECT_EQ(entry->extension, expected.extension) << expected.url;
+  EXPECT_EQ(entry->width, expected.width) << expected.url;
+  EXPECT_EQ(entry->height, expected.height) << expected.url;
+  EXPECT_EQ(entry->length, expected.length) << expected.url;
+  EXPECT_EQ(entry->size, expected.size) << expected.url;
+  EXPECT_EQ(entry->title, expected.title) << expected.url;
+  EXPECT_EQ(entry->imageUrl, expected.imageUrl) << expected.url;
 }
 
 ParseOutcome parse(const std::string& url) {

@@ -60,6 +60,9 @@ struct ParseOutcome {
   std::vector<std::string> urls() const;
 };
 
+// Checks every field of the entry with expected.url.
+void expectEntry(const ParseOutcome& outcome, const ParsedEntry& expected);
+
 // StartParse(url, 0, &list), the list copied and each record freed.
 ParseOutcome parse(const std::string& url);
 

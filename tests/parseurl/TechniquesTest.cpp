@@ -16,18 +16,6 @@ class Techniques : public testing::Test {
     return parse(pages.url("/page.html"));
   }
 
-  void expectEntry(const ParseOutcome& outcome, const ParsedEntry& expected) {
-    const ParsedEntry* entry = outcome.find(expected.url);
-    ASSERT_NE(entry, nullptr) << expected.url << " missing";
-    EXPECT_EQ(entry->extension, expected.extension) << expected.url;
-    EXPECT_EQ(entry->width, expected.width) << expected.url;
-    EXPECT_EQ(entry->height, expected.height) << expected.url;
-    EXPECT_EQ(entry->length, expected.length) << expected.url;
-    EXPECT_EQ(entry->size, expected.size) << expected.url;
-    EXPECT_EQ(entry->title, expected.title) << expected.url;
-    EXPECT_EQ(entry->imageUrl, expected.imageUrl) << expected.url;
-  }
-
   PageServer pages;
 };
 

@@ -97,8 +97,8 @@ void GetVideoInfoThread::receiveVideoFiles(const QList<DownloadVideoInfo>& files
 
 void GetVideoInfoThread::getVideoFileSizes() {
   ++videoIndex_;
+  if (status_ == -1 || !videoInfoObject_) return;
   const QList<DownloadVideoInfo>& files = videoInfoObject_->arrFileList();
-  if (status_ == -1) return;
   if (videoIndex_ < files.size()) {
     const std::shared_ptr<ASIHTTPRequest> request =
         ASIHTTPRequest::requestWithURL(QUrl(files[videoIndex_].downloadUrl()));
