@@ -19,6 +19,11 @@ JOBS="${VC_JOBS:-2}"
 
 step() { printf '==> %s\n' "$*"; }
 
+if ! command -v clang++ >/dev/null || ! compgen -G "/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a" >/dev/null; then
+  echo "This needs clang with its sanitizer and fuzzer runtimes: apt-get install clang libclang-rt-dev" >&2
+  exit 2
+fi
+
 step "Tests of the library under the sanitizers"
 mkdir -p "$SANITIZE_BUILD"
 LOG="$SANITIZE_BUILD/build.log"
