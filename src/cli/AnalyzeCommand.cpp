@@ -26,16 +26,13 @@ struct AnalyzeArguments {
   QString address;
   int quality = 0;
   bool json = false;
-  bool help = false;
 };
 
 std::optional<AnalyzeArguments> parseArguments(const QStringList& arguments, QString* problem) {
   AnalyzeArguments parsed;
   for (qsizetype i = 0; i < arguments.size(); ++i) {
     const QString& argument = arguments[i];
-    if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
-      parsed.help = true;
-    } else if (argument == QLatin1String("--json")) {
+    if (argument == QLatin1String("--json")) {
       parsed.json = true;
     } else if (argument == QLatin1String("--quality")) {
       const QString value = i + 1 < arguments.size() ? arguments[++i] : QString();
@@ -51,7 +48,7 @@ std::optional<AnalyzeArguments> parseArguments(const QStringList& arguments, QSt
       parsed.address = argument;
     }
   }
-  if (parsed.address.isEmpty() && !parsed.help) {
+  if (parsed.address.isEmpty()) {
     *problem = QStringLiteral("an address is needed");
     return std::nullopt;
   }
@@ -115,6 +112,14 @@ void printText(QTextStream& out, int site, const VideoInfoObject& task) {
 
 }  // namespace
 
+QString analyzeUsage() {
+  return QLatin1String(kUsage) +
+         QStringLiteral(
+             "\nAnalyses the page at URL as the download window does and prints the files found, with the one that\n"
+             "the quality rule chooses (0 highest, the default; 1 middle; 2 lowest). Exits with 1 when the address\n"
+             "has no video to download.\n");
+}
+
 int runAnalyzeCommand(const QStringList& arguments) {
   QTextStream out(stdout);
   QTextStream err(stderr);
@@ -123,13 +128,6 @@ int runAnalyzeCommand(const QStringList& arguments) {
   if (!parsed) {
     err << "videoconverter analyze: " << problem << Qt::endl << kUsage << Qt::endl;
     return 2;
-  }
-  if (parsed->help) {
-    out << kUsage << Qt::endl
-        << "Analyses the page at URL as the download window does and prints the files found, with the one that\n"
-           "the quality rule chooses (0 highest, the default; 1 middle; 2 lowest)."
-        << Qt::endl;
-    return 0;
   }
 
   SetWorkPath("/tmp/");

@@ -12,7 +12,6 @@
 #include "CommonClass/KMVLog.h"
 #include "CommonClass/PlatformServices.h"
 #include "CommonClass/UserDefaults.h"
-#include "ValueObject/UIInfoDB.h"
 
 int32_t MainFormController::lastSelectAllowFiles = 0;
 int32_t MainFormController::kImageIndex = 1;
@@ -45,20 +44,29 @@ int32_t snapshotImageType(const QString& format) {
 
 }  // namespace
 
-MainFormController::MainFormController() = default;
+MainFormController::MainFormController(UIInfoDB& db, int addWorkers)
+    : db_(db),
+      mainFormAction_(std::make_unique<MainFormAction>(db, this, addWorkers)),
+      thumbnails_(NodeInfoAction::mainList(db)),
+      outputFolder_(DefOutputPath) {
+  connect(mainFormAction_.get(), &MainFormAction::progress, this, &MainFormController::addingProgress);
+  connect(mainFormAction_.get(), &MainFormAction::finished, this, &MainFormController::addingEnded);
+}
 
 // The queue refers to the rows, so it goes first.
 MainFormController::~MainFormController() { convertViewList_.reset(); }
 
+NodeTree& MainFormController::mainList() const { return NodeInfoAction::mainList(db_); }
+
 bool MainFormController::isMergeChecked() const {
-  return UIInfoDB::defaultDB().isChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName));
+  return db_.isChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName));
 }
 
 void MainFormController::setMergeChecked(bool checked) {
-  UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), checked);
+  db_.setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), checked);
 }
 
-NodeInfo::List MainFormController::videoData() const { return NodeInfoAction::getRootNode()->childNode(); }
+NodeInfo::List MainFormController::videoData() const { return NodeInfoAction::getRootNode(db_)->childNode(); }
 
 void MainFormController::addFileClick() {
   if (isConverting() || isShowWindow_) return;
@@ -70,12 +78,11 @@ void MainFormController::addFileClick() {
 
 void MainFormController::addFilesToMainList(const QStringList& paths) {
   if (paths.isEmpty()) return;
-  MainFormAction(this).addFile(paths);
+  mainFormAction_->addFile(paths);
   DefInputPath = QFileInfo(paths.front()).absolutePath();
   UserDefaults& defaults = UserDefaults::standardUserDefaults();
   defaults.setObject(DefInputPath, QStringLiteral("DefInputPath"));
   defaults.synchronize();
-  updateListState();
 }
 
 void MainFormController::addViewByPbData(const QStringList& paths) {
@@ -85,8 +92,7 @@ void MainFormController::addViewByPbData(const QStringList& paths) {
     if (MediaFileTypes::isAccepted(path)) accepted.append(path);
   }
   if (accepted.isEmpty()) return;
-  MainFormAction(this).addFile(accepted);
-  updateListState();
+  mainFormAction_->addFile(accepted);
 }
 
 void MainFormController::andViewByPb(const QString& path) { addViewByPbData({path}); }
@@ -101,7 +107,7 @@ void MainFormController::downloadFormDidAddFiles(const QStringList& paths) {
 
 void MainFormController::clearAllFile() {
   if (isConverting()) return;
-  MainListAction::clearAllFile();
+  MainListAction::clearAllFile(db_);
   updateListState();
 }
 
@@ -111,41 +117,41 @@ void MainFormController::mergeNode(const NodeInfo::List& selection) {
     CommonClass::showMessage(refusal);
     return;
   }
-  MainListAction::makeMergeBySelectedNodes(MainListAction::expandSlideAndMergeNode(selection));
-  emit listChanged();
+  MainListAction::makeMergeBySelectedNodes(db_, MainListAction::expandSlideAndMergeNode(db_, selection));
 }
 
 void MainFormController::applyToAll(const NodeInfo::Ptr& current, bool applyAllChecked) {
   if (isConverting() || current == nullptr) return;
-  if (applyAllChecked) MainListAction::applyToAll(current);
-  emit listChanged();
+  if (applyAllChecked) MainListAction::applyToAll(db_, current);
 }
 
 void MainFormController::deleteItemView(const NodeInfo::Ptr& item) {
   if (isConverting()) return;
-  MainListAction::removeFiles({item});
+  MainListAction::removeFiles(db_, {item});
   updateListState();
 }
 
 void MainFormController::moveUpClick(const NodeInfo::Ptr& item) {
-  if (!isConverting() && MainListAction::fileMoveUp(item)) emit listChanged();
+  if (!isConverting()) MainListAction::fileMoveUp(db_, item);
 }
 
 void MainFormController::moveNextClick(const NodeInfo::Ptr& item) {
-  if (!isConverting() && MainListAction::fileMoveDown(item)) emit listChanged();
+  if (!isConverting()) MainListAction::fileMoveDown(db_, item);
 }
 
 void MainFormController::selectPath() {
-  UIAction::creatOutputDirectory(DefOutputPath);
+  UIAction::creatOutputDirectory(outputFolder_);
   FilePanels* panels = PlatformServices::panels();
   if (panels == nullptr) return;
-  const QString chosen = panels->openFolder(DefOutputPath);
-  if (!chosen.isEmpty()) DefOutputPath = chosen;
+  const QString chosen = panels->openFolder(outputFolder_);
+  if (chosen.isEmpty()) return;
+  outputFolder_ = chosen;
+  DefOutputPath = chosen;
 }
 
 void MainFormController::openOutputPath() {
-  UIAction::creatOutputDirectory(DefOutputPath);
-  revealInFileViewer(DefOutputPath);
+  UIAction::creatOutputDirectory(outputFolder_);
+  revealInFileViewer(outputFolder_);
 }
 
 bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
@@ -159,14 +165,14 @@ bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
 }
 
 void MainFormController::showConverterWindowModal() {
-  if (isConverting()) return;
+  if (isConverting() || isAdding()) return;
   if (videoData().isEmpty()) {
     CommonClass::showMessage(QLatin1String(kEmptyListAlert));
     return;
   }
   if (!confirmCoverInWindowsMedia()) return;
   prepareOutputs();
-  if (isMergeChecked()) NodeInfoAction::createMergeTableNodeInfo();
+  if (isMergeChecked()) NodeInfoAction::createMergeTableNodeInfo(db_);
 
   convertViewList_.reset();
   initKMVViewList();
@@ -194,19 +200,19 @@ bool MainFormController::confirmCoverInWindowsMedia() {
 }
 
 void MainFormController::prepareOutputs() {
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
-  root->setOutputPath(DefOutputPath);
+  const NodeInfo::Ptr root = NodeInfoAction::getRootNode(db_);
+  root->setOutputPath(outputFolder_);
   for (const NodeInfo::Ptr& item : root->childNode()) {
-    item->setOutputPath(DefOutputPath);
+    item->setOutputPath(outputFolder_);
     item->setConverterState(0);
   }
-  UIAction::creatOutputDirectory(DefOutputPath);
+  UIAction::creatOutputDirectory(outputFolder_);
   QThread::usleep(100);
 }
 
 void MainFormController::initKMVViewList() {
   convertViews_.clear();
-  for (const NodeInfo::Ptr& item : NodeInfoAction::rootNode()->childNode()) {
+  for (const NodeInfo::Ptr& item : NodeInfoAction::rootNode(db_)->childNode()) {
     if (item->isSelected()) convertViews_.push_back(std::make_unique<ConvertView>(item));
   }
 }
@@ -225,8 +231,14 @@ void MainFormController::cancelAllConvert() {
 }
 
 void MainFormController::addItemView(const NodeInfo::Ptr& node) {
-  if (currentProfile_) node->setCurProfileSetting(*currentProfile_);
-  emit listChanged();
+  if (!currentProfile_) return;
+  node->setCurProfileSetting(*currentProfile_);
+  mainList().noteChanged(node);
+}
+
+void MainFormController::addingEnded() {
+  updateListState();
+  emit addingFinished();
 }
 
 void MainFormController::convertEnd() {
@@ -234,7 +246,7 @@ void MainFormController::convertEnd() {
   if (!isCancelAllConvert_) CommonClass::showMessage(QLatin1String(kCompleteAlert));
   cancelButtonVisible_ = false;
   updateListState();
-  if (!isCancelAllConvert_) revealInFileViewer(DefOutputPath);
+  if (!isCancelAllConvert_) revealInFileViewer(outputFolder_);
   isCancelAllConvert_ = false;
 }
 
@@ -248,5 +260,4 @@ void MainFormController::setWindowState(WindowState state) {
 
 void MainFormController::updateListState() {
   setWindowState(videoData().isEmpty() ? WindowState::kEmpty : WindowState::kReady);
-  emit listChanged();
 }

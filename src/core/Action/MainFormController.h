@@ -17,8 +17,10 @@
 
 #include "Action/ConvertView.h"
 #include "Action/ConvertViewList.h"
+#include "Action/ListThumbnails.h"
 #include "Action/MainFormAction.h"
 #include "ValueObject/NodeInfo.h"
+#include "ValueObject/UIInfoDB.h"
 
 class MainFormController : public QObject, public MainFormActionDelegate, public ConvertViewListDelegate {
   Q_OBJECT
@@ -44,8 +46,14 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   static int32_t lastSelectAllowFiles;
   static int32_t kImageIndex;
 
-  MainFormController();
+  // `db` holds the lists this window works on; not owned. `addWorkers` is
+  // the number of files read at once while adding, 0 for one per processor.
+  explicit MainFormController(UIInfoDB& db, int addWorkers = 0);
   ~MainFormController() override;
+
+  UIInfoDB& db() const { return db_; }
+  // The main list's tree, which announces every change of the list.
+  NodeTree& mainList() const;
 
   WindowState windowState() const { return state_; }
   // The conversion list is shown.
@@ -59,10 +67,16 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   void setMergeChecked(bool checked);
   // The output profile newly added items get.
   void setCurrentProfile(const ProfileSettingInfo& profile) { currentProfile_ = profile; }
+  // The folder conversions write into; DefOutputPath until set otherwise.
+  const QString& outputFolder() const { return outputFolder_; }
+  void setOutputFolder(const QString& folder) { outputFolder_ = folder; }
+  // Files are being read after an add; conversion cannot start meanwhile.
+  bool isAdding() const { return mainFormAction_->isAdding(); }
   // The items of the main list, in order.
   NodeInfo::List videoData() const;
 
   // Adding files: the panel, a list of paths, drops and the download window.
+  // Adding returns at once; addingFinished() follows once every file was read.
   void addFileClick();
   void addFilesToMainList(const QStringList& paths);
   void addViewByPbData(const QStringList& paths);
@@ -100,8 +114,9 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
 
  signals:
   void windowStateChanged(MainFormController::WindowState state);
-  // Items were added, removed, reordered or changed.
-  void listChanged();
+  // Files being added: `done` of `total` read so far.
+  void addingProgress(int done, int total);
+  void addingFinished();
 
  private:
   void setWindowState(WindowState state);
@@ -111,7 +126,12 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   bool confirmCoverInWindowsMedia();
   void prepareOutputs();
   void initKMVViewList();
+  void addingEnded();
 
+  UIInfoDB& db_;
+  std::unique_ptr<MainFormAction> mainFormAction_;
+  ListThumbnails thumbnails_;
+  QString outputFolder_;
   WindowState state_ = WindowState::kEmpty;
   bool isShowWindow_ = false;
   bool isCancelAllConvert_ = false;

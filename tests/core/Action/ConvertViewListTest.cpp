@@ -13,7 +13,6 @@
 
 #include "Action/ConvertView.h"
 #include "Action/ConvertViewList.h"
-#include "Action/MainFormAction.h"
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/GlobalSettings.h"
@@ -25,12 +24,6 @@ namespace {
 
 // An output name no output path can hold: the job refuses it before starting.
 const QString kNameTooLong(5000, QLatin1Char('n'));
-
-class AddedNodes : public MainFormActionDelegate {
- public:
-  void addItemView(const NodeInfo::Ptr& node) override { nodes.append(node); }
-  NodeInfo::List nodes;
-};
 
 class RecordingMainWindow : public ConvertViewListDelegate {
  public:
@@ -63,11 +56,12 @@ class ConversionQueue : public testing::Test {
   // Rows for `count` copies of the clip, output names "row0", "row1", ...
   // Each node carries a title to write into its output.
   void makeRows(int count) {
-    AddedNodes added;
-    MainFormAction(&added).addFile(QStringList(count, clip));
-    ASSERT_EQ(added.nodes.size(), count);
+    UIInfoDB db;
+    const NodeInfo::List added =
+        modeltest::addToList(db, QStringList(count, clip), media->path(QStringLiteral("scratch")));
+    ASSERT_EQ(added.size(), count);
     for (int index = 0; index < count; ++index) {
-      const NodeInfo::Ptr& node = added.nodes[index];
+      const NodeInfo::Ptr& node = added[index];
       node->setCurProfileSetting(modeltest::smallProfile());
       node->setMetaEditEnable(true);
       node->metaData().setTitle(QStringLiteral("Title %1").arg(index));
