@@ -68,8 +68,10 @@ TEST_F(Manifests, AnHlsMasterOnAPageBecomesOneEntryPerVariant) {
   expectHlsVariants(parse(pages.url("/page.html")), "Streamed", pages.url("/p.jpg"));
 }
 
-TEST_F(Manifests, AnHlsMasterAsTheAddressItself) {
+TEST_F(Manifests, AnHlsMasterAsTheAddressItselfByItsTypeOrItsFirstBytes) {
   expectHlsVariants(parse(pages.url("/hls/master.m3u8")), "master.m3u8", "");
+  pages.serve("/hls/master", kMaster, "text/plain");
+  expectHlsVariants(parse(pages.url("/hls/master")), "master", "");
 }
 
 TEST_F(Manifests, ADashManifestBecomesOneEntryPerVideoRepresentation) {

@@ -27,17 +27,21 @@ TEST_F(Techniques, MediaElementsWithTheirSourcesAndInsideDataHtml) {
       <source src="/media/still.jpg">
     </video>
     <audio data-video-src="/media/sound.mp3"></audio>
+    <video src="/media/uhd" type="video/mp4" title="4K"></video>
     <div data-html='<video data-source="/media/inside.flv" width="320" height="240"></video>'></div>
     </body></html>)");
 
   ASSERT_EQ(outcome.result, PARSE_OK);
   EXPECT_EQ(outcome.urls(),
             (std::vector<std::string>{pages.url("/media/clip-720.mp4"), pages.url("/media/clip-480.webm"),
-                                      pages.url("/media/sound.mp3"), pages.url("/media/inside.flv")}));
+                                      pages.url("/media/sound.mp3"), pages.url("/media/uhd"),
+                                      pages.url("/media/inside.flv")}));
   const std::string poster = pages.url("/img/poster.jpg");
   expectEntry(outcome, {1280, 720, pages.url("/media/clip-720.mp4"), "mp4", 0, 0, "Clip in a video element", poster});
   expectEntry(outcome, {854, 480, pages.url("/media/clip-480.webm"), "webm", 0, 0, "Clip in a video element", poster});
   expectEntry(outcome, {0, 0, pages.url("/media/sound.mp3"), "mp3", 0, 0, "Element page", ""});
+  // A title that is a quality label gives the frame, not the name; the type gives the extension.
+  expectEntry(outcome, {3840, 2160, pages.url("/media/uhd"), "mp4", 0, 0, "Element page", ""});
   expectEntry(outcome, {320, 240, pages.url("/media/inside.flv"), "flv", 0, 0, "Element page", ""});
 }
 
