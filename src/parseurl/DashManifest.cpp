@@ -1,7 +1,6 @@
 #include "DashManifest.h"
 
-#include <charconv>
-
+#include "BitRate.h"
 #include "DimensionLabel.h"
 #include "IsoDuration.h"
 #include "XmlTags.h"
@@ -27,12 +26,6 @@ bool isVideo(const TagAttributes& representation, const TagAttributes& set) {
          inherited(representation, set, "contenttype") == "video" || !inherited(representation, set, "width").empty();
 }
 
-int64_t wholeNumber(const std::string& text) {
-  int64_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc() && value > 0 ? value : 0;
-}
-
 }  // namespace
 
 std::optional<DashManifest> readDashManifest(std::string_view text) {
@@ -53,7 +46,7 @@ std::optional<DashManifest> readDashManifest(std::string_view text) {
       if (representation.id.empty()) representation.id = std::to_string(video.size() + sound.size() + 1);
       representation.width = pixelCount(inherited(tag.attributes, adaptationSet, "width"));
       representation.height = pixelCount(inherited(tag.attributes, adaptationSet, "height"));
-      representation.bandwidth = wholeNumber(valueOf(tag.attributes, "bandwidth"));
+      representation.bandwidth = bitRate(valueOf(tag.attributes, "bandwidth"));
       (isVideo(tag.attributes, adaptationSet) ? video : sound).push_back(std::move(representation));
     }
   });

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "BitRate.h"
 #include "DimensionLabel.h"
 
 namespace parseurl {
@@ -42,12 +43,6 @@ std::string_view attributeValue(std::string_view list, std::string_view name) {
   return {};
 }
 
-int64_t wholeNumber(std::string_view text) {
-  int64_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc() && value > 0 ? value : 0;
-}
-
 }  // namespace
 
 std::optional<HlsPlaylist> readHlsPlaylist(std::string_view text) {
@@ -68,7 +63,7 @@ std::optional<HlsPlaylist> readHlsPlaylist(std::string_view text) {
     if (line.starts_with("#EXT-X-STREAM-INF:")) {
       const std::string_view attributes = line.substr(18);
       HlsVariant variant;
-      variant.bandwidth = wholeNumber(attributeValue(attributes, "BANDWIDTH"));
+      variant.bandwidth = bitRate(attributeValue(attributes, "BANDWIDTH"));
       if (const std::optional<FrameSize> frame = frameSizeFromLabel(attributeValue(attributes, "RESOLUTION"))) {
         variant.width = frame->width;
         variant.height = frame->height;

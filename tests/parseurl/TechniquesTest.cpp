@@ -32,10 +32,9 @@ TEST_F(Techniques, MediaElementsWithTheirSourcesAndInsideDataHtml) {
     </body></html>)");
 
   ASSERT_EQ(outcome.result, PARSE_OK);
-  EXPECT_EQ(outcome.urls(),
-            (std::vector<std::string>{pages.url("/media/clip-720.mp4"), pages.url("/media/clip-480.webm"),
-                                      pages.url("/media/sound.mp3"), pages.url("/media/uhd"),
-                                      pages.url("/media/inside.flv")}));
+  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.url("/media/clip-720.mp4"),
+                                                      pages.url("/media/clip-480.webm"), pages.url("/media/sound.mp3"),
+                                                      pages.url("/media/uhd"), pages.url("/media/inside.flv")}));
   const std::string poster = pages.url("/img/poster.jpg");
   expectEntry(outcome, {1280, 720, pages.url("/media/clip-720.mp4"), "mp4", 0, 0, "Clip in a video element", poster});
   expectEntry(outcome, {854, 480, pages.url("/media/clip-480.webm"), "webm", 0, 0, "Clip in a video element", poster});
