@@ -13,3 +13,6 @@ int runFetchCommand(const QStringList& arguments);
 // Questions of the run go to `alerts`, which --yes answers with their first button.
 int runConvertCommand(const QStringList& arguments, TerminalAlertPresenter& alerts);
 int runTagsCommand(const QStringList& arguments);
+int runAnalyzeCommand(const QStringList& arguments);
+// The usage text of analyze, with its options explained.
+QString analyzeUsage();

@@ -42,6 +42,8 @@ const Command kCommands[] = {
      convertUsage},
     {"tags", "FILE... [--json]", "print the tags of media files and save their covers as pictures",
      withoutServices<runTagsCommand>},
+    {"analyze", "URL [--quality 0|1|2] [--json]", "list the videos of a web page and the one chosen",
+     withoutServices<runAnalyzeCommand>, analyzeUsage},
 };
 
 void printUsage(QTextStream& stream) {

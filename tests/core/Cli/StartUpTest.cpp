@@ -57,7 +57,7 @@ TEST_F(StartUp, AFullDiskLeavesTheSettingsAsTheyWereAndUnchangedFilesAreNotRewri
 }
 
 TEST(CommandHelp, EveryCommandAnswersHelpWithItsUsage) {
-  for (const char* command : {"info", "fetch", "probe", "profiles", "convert", "tags"}) {
+  for (const char* command : {"info", "fetch", "probe", "profiles", "convert", "tags", "analyze"}) {
     for (const char* flag : {"--help", "-h"}) {
       const ProgramResult result = runProgram({QLatin1String(command), QLatin1String(flag)});
       EXPECT_EQ(result.exitCode, 0) << command << ' ' << flag << ": " << result.errorOutput.toStdString();
