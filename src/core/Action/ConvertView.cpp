@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "CommonClass/CommonClass.h"
+
 ConvertView::ConvertView(NodeInfo::Ptr node, QObject* parent) : QObject(parent), nodeInfo_(std::move(node)) {}
 
 void ConvertView::setProgressValue(double value) {
@@ -105,4 +107,29 @@ void ConvertView::stopButtonClick() {
 void ConvertView::finishConvert() {
   setButtons(true, false, false);
   setRateText(QStringLiteral("100%"));
+}
+
+QString ConvertView::statusLine() const {
+  const QString elapsed = CommonClass::formatTimeForDouble(elapsedSeconds_);
+  switch (outcome_) {
+    case Outcome::kConverting: {
+      QString line = rateText_.isEmpty() ? outcomeText(outcome_) : rateText_;
+      line += QStringLiteral("  \u00b7  %1 elapsed").arg(elapsed);
+      if (secondsLeft_ >= 0) {
+        line += QStringLiteral("  \u00b7  about %1 left").arg(CommonClass::formatTimeForDouble(secondsLeft_ + 0.5));
+      }
+      return line;
+    }
+    case Outcome::kFinished:
+      return QStringLiteral("Finished in %1").arg(elapsed);
+    case Outcome::kWaiting:
+    case Outcome::kStopped:
+    case Outcome::kCancelled:
+      if (outcomeReason_.isEmpty()) return outcomeText(outcome_);
+      [[fallthrough]];
+    case Outcome::kWarning:
+    case Outcome::kFailed:
+      return QStringLiteral("%1: %2").arg(outcomeText(outcome_), outcomeReason_);
+  }
+  return {};
 }

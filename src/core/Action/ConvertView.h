@@ -85,6 +85,9 @@ class ConvertView : public QObject {
   double elapsedSeconds() const { return elapsedSeconds_; }
   double secondsLeft() const { return secondsLeft_; }
   void setTimes(double elapsed, double left);
+  // The row's line of status for people: the percentage with the times
+  // while converting, otherwise the outcome with its reason.
+  QString statusLine() const;
 
   // Waiting in the queue or converting: start hidden, stop shown.
   void showQueued();

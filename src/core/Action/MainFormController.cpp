@@ -311,6 +311,7 @@ void MainFormController::addingEnded() {
 
 void MainFormController::convertEnd() {
   if (!isConverting()) return;
+  emit runEnding(isCancelAllConvert_);
   if (!isCancelAllConvert_) CommonClass::showMessage(QLatin1String(kCompleteAlert));
   cancelButtonVisible_ = false;
   updateListState();

@@ -156,6 +156,9 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   // Files being added: `done` of `total` read so far.
   void addingProgress(int done, int total);
   void addingFinished();
+  // The run is over, before "Conversion complete!" is shown; `cancelled`
+  // when the user cancelled it.
+  void runEnding(bool cancelled);
 
  private:
   void setWindowState(WindowState state);
