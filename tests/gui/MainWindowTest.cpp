@@ -13,11 +13,11 @@
 
 #include "CommonClass/GlobalSettings.h"
 #include "RecordingAlertPresenter.h"
+#include "GeneratedMedia.h"
 #include "TestEnvironment.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MainWindow.h"
 #include "main/MediaItemDelegate.h"
-#include "support/GeneratedMedia.h"
 
 namespace {
 
@@ -33,21 +33,13 @@ class RecordingWorkspace : public Workspace {
 
 class MainWindowTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    media = new modeltest::MediaFolder;
-    for (const char* name : {"one.mp4", "two.mp4", "three.mp4"}) media->videoClip(QLatin1String(name), 1);
-  }
-  static void TearDownTestSuite() {
-    delete media;
-    media = nullptr;
-  }
-
   void SetUp() override {
+    for (const char* name : {"one.mp4", "two.mp4", "three.mp4"}) media.clip(QLatin1String(name), 1);
     TestEnvironment::resetApplicationState();
     PlatformServices::install(&alerts, nullptr, &workspace);
     window = std::make_unique<MainWindow>(db);
     window->startUp();
-    window->controller().setOutputFolder(media->path(QStringLiteral("out")));
+    window->controller().setOutputFolder(media.path(QStringLiteral("out")));
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
@@ -59,7 +51,7 @@ class MainWindowTest : public testing::Test {
 
   void addClips(const QStringList& names) {
     QStringList paths;
-    for (const QString& name : names) paths.append(media->path(name));
+    for (const QString& name : names) paths.append(media.path(name));
     QSignalSpy finished(&window->controller(), &MainFormController::addingFinished);
     window->addFiles(paths);
     ASSERT_TRUE(finished.wait(30000));
@@ -80,14 +72,13 @@ class MainWindowTest : public testing::Test {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, delegate->partRect(part, rowRect).center());
   }
 
-  static modeltest::MediaFolder* media;
+  testmedia::Folder media;
   RecordingAlertPresenter alerts;
   RecordingWorkspace workspace;
   UIInfoDB db;
   std::unique_ptr<MainWindow> window;
 };
 
-modeltest::MediaFolder* MainWindowTest::media = nullptr;
 
 QPushButton* buttonNamed(QWidget* window, const QString& text) {
   for (QPushButton* button : window->findChildren<QPushButton*>()) {
@@ -167,7 +158,7 @@ TEST_F(MainWindowTest, AConversionShowsItsRowsThenReturnsToTheList) {
   EXPECT_TRUE(window->mediaList()->isVisible());
   ASSERT_FALSE(alerts.alerts.empty());
   EXPECT_EQ(alerts.alerts.back().informativeText, QStringLiteral("Conversion complete!"));
-  EXPECT_EQ(workspace.revealed, QStringList{media->path(QStringLiteral("out"))});
+  EXPECT_EQ(workspace.revealed, QStringList{media.path(QStringLiteral("out"))});
   QAbstractItemModel* rows = window->conversionList()->model();
   for (int row = 0; row < rows->rowCount(); ++row) {
     EXPECT_TRUE(rows->index(row, 0).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("Finished in")))

@@ -37,7 +37,7 @@ class CompressingServer : public testing::Test {
   LocalHttplibServer httplib;
   std::mutex mutex;
   QByteArray acceptEncoding;
-  TestFolder folder;
+  testmedia::Folder folder;
   RecordingDelegate delegate;
 };
 
@@ -74,7 +74,7 @@ TEST(DamagedGzipBody, FailsWithAConnectionFailureAndLeavesAnOlderDestinationAlon
   ScriptedHttpServer server([](ScriptedHttpServer::Exchange& exchange) {
     exchange.send(ScriptedHttpServer::response(200, {"Content-Encoding: gzip"}, "this is not gzip at all"));
   });
-  TestFolder folder;
+  testmedia::Folder folder;
   for (bool waitForTheEnd : {true, false}) {
     SCOPED_TRACE(waitForTheEnd ? "inflated at the end" : "inflated as it arrives");
     folder.write("text.txt", "the older file");

@@ -32,7 +32,7 @@ class HalfwayServer : public testing::Test {
     exchange.send(ScriptedHttpServer::responseHead(200, {}, kContent.size()) + kContent.left(300));
     exchange.staySilent();
   }};
-  TestFolder folder;
+  testmedia::Folder folder;
   RecordingDelegate delegate;
 };
 

@@ -39,7 +39,7 @@ class RangeServingDownload : public testing::Test {
   LocalHttplibServer httplib;
   std::mutex mutex;
   QList<QByteArray> rangeHeaders;
-  TestFolder folder;
+  testmedia::Folder folder;
   RecordingDelegate delegate;
 };
 
@@ -121,7 +121,7 @@ TEST_F(RangeServingDownload, ADestinationThatCannotBeWrittenFailsAndKeepsTheWhol
 TEST(ResumeAgainstAServerThatIgnoresRange, TheWholeBodyIsWrittenFromTheStart) {
   ScriptedHttpServer server(
       [](ScriptedHttpServer::Exchange& exchange) { exchange.send(ScriptedHttpServer::response(200, {}, kContent)); });
-  TestFolder folder;
+  testmedia::Folder folder;
   folder.write("video.mp4.download", kEarlierBytes);
   RecordingDelegate delegate;
   std::shared_ptr<ASIHTTPRequest> request = makeRequest(server.url("/file"), delegate);

@@ -42,7 +42,7 @@ class SilentOrDroppingServer : public testing::Test {
     return request;
   }
 
-  TestFolder folder;
+  testmedia::Folder folder;
   RecordingDelegate delegate;
 };
 
@@ -111,17 +111,6 @@ TEST_F(SilentOrDroppingServer, AConnectionDroppedInTheBodyFailsAndAResumableDown
   ASSERT_TRUE(runToEnd(resumed));
   EXPECT_FALSE(resumed->error());
   EXPECT_EQ(folder.read("clip.mp4"), kContent);
-}
-
-TEST_F(SilentOrDroppingServer, WithoutResumeADroppedDownloadLeavesNoTemporaryFile) {
-  ScriptedHttpServer server([](Exchange& exchange) {
-    exchange.send(ScriptedHttpServer::responseHead(200, {}, kContent.size()) + kContent.left(300));
-    exchange.close();
-  });
-  const std::shared_ptr<ASIHTTPRequest> request = download(server.url("/clip"));
-  ASSERT_TRUE(runToEnd(request));
-  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::ConnectionFailure);
-  EXPECT_FALSE(QFile::exists(folder.path("clip.mp4.download")));
 }
 
 TEST_F(SilentOrDroppingServer, ALostReusedConnectionIsReplacedOnceAndTheBodyGoesOnFromWhereItStopped) {

@@ -17,8 +17,8 @@
 #include "CommonClass/StandardPaths.h"
 #include "CommonClass/UserDefaults.h"
 #include "RecordingAlertPresenter.h"
+#include "EventLoopWait.h"
 #include "TestEnvironment.h"
-#include "support/ConversionTestSupport.h"
 
 namespace {
 
@@ -109,7 +109,7 @@ class ForeignHold {
   explicit ForeignHold(const QString& folder) {
     QDir().mkpath(folder);
     holder_.start(QStringLiteral("flock"), {QStringLiteral("--exclusive"), FolderHold::holdFilePath(folder), "cat"});
-    EXPECT_TRUE(modeltest::waitUntil([&] { return FolderHold::isHeld(folder); }));
+    EXPECT_TRUE(waitUntil([&] { return FolderHold::isHeld(folder); }));
   }
   ~ForeignHold() {
     holder_.closeWriteChannel();

@@ -16,9 +16,8 @@
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/GlobalSettings.h"
-#include "TestEnvironment.h"
-#include "support/ConversionTestSupport.h"
-#include "support/GeneratedMedia.h"
+#include "EventLoopWait.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
@@ -35,19 +34,10 @@ class RecordingMainWindow : public ConvertViewListDelegate {
 
 class ConversionQueue : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    media = new modeltest::MediaFolder;
-    clip = modeltest::tinyClip(*media, QStringLiteral("clip.mp4"));
-  }
-  static void TearDownTestSuite() {
-    delete media;
-    media = nullptr;
-  }
-
   void SetUp() override {
-    modeltest::startWithEmptyList(media->path(QStringLiteral("scratch")), media->folder());
-    outputFolder = media->path(QStringLiteral("out"));
-    QDir(outputFolder).removeRecursively();
+    clip = media.clip(QStringLiteral("clip.mp4"), 1, 1, QStringLiteral("160x120"));
+    modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.path());
+    outputFolder = media.path(QStringLiteral("out"));
     QDir().mkpath(outputFolder);
     queue.setDelegate(&window);
   }
@@ -58,7 +48,7 @@ class ConversionQueue : public testing::Test {
   void makeRows(int count) {
     UIInfoDB db;
     const NodeInfo::List added =
-        modeltest::addToList(db, QStringList(count, clip), media->path(QStringLiteral("scratch")));
+        modeltest::addToList(db, QStringList(count, clip), media.path(QStringLiteral("scratch")));
     ASSERT_EQ(added.size(), count);
     for (int index = 0; index < count; ++index) {
       const NodeInfo::Ptr& node = added[index];
@@ -92,11 +82,11 @@ class ConversionQueue : public testing::Test {
   static QString titleIn(const QString& path) { return MediaMetaData::initWithFile(path, QString()).title(); }
 
   bool waitForEnd() {
-    return modeltest::waitUntil([this] { return window.endCount > 0; });
+    return waitUntil([this] { return window.endCount > 0; });
   }
 
-  static inline modeltest::MediaFolder* media = nullptr;
-  static inline QString clip;
+  testmedia::Folder media;
+  QString clip;
   QString outputFolder;
   RecordingMainWindow window;
   ConvertViewList queue;
@@ -124,7 +114,7 @@ TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
     EXPECT_TRUE(row.isStartButtonVisible());
     EXPECT_FALSE(row.isStartButtonEnabled());
     EXPECT_FALSE(row.isStopButtonVisible());
-    EXPECT_NEAR(modeltest::ffprobeDuration(modeltest::ffprobe(outputOf(index))), 1.0, 0.3);
+    EXPECT_NEAR(testmedia::duration(outputOf(index)), 1.0, 0.3);
     EXPECT_EQ(titleIn(outputOf(index)), QStringLiteral("Title %1").arg(index));
     EXPECT_EQ(row.outcome(), ConvertView::Outcome::kFinished);
     EXPECT_TRUE(row.outcomeReason().isEmpty());
@@ -209,8 +199,9 @@ TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
       << rows[0]->outcomeReason().toStdString();
 }
 
-TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
+TEST_F(ConversionQueue, RowsThatFailToStartOrInTheConverterEndFailedAndTheRunGoesOn) {
   makeRows(3);
+  rows[0]->nodeInfo()->curProfileSetting().setVideoEncoder(QStringLiteral("nonesuch"));
   rows[1]->nodeInfo()->setOutputFilename(kNameTooLong);
   QStringList told;
   QObject::connect(&queue, &ConvertViewList::rowStarted,
@@ -222,30 +213,22 @@ TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
   ASSERT_TRUE(waitForEnd());
   EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get()}));
   EXPECT_EQ(told, QStringList({"start row0", "end row0", "end nnnn", "start row2", "end row2"}));
-  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFailed);
-  EXPECT_TRUE(rows[1]->outcomeReason().contains(QStringLiteral("output path")))
-      << rows[1]->outcomeReason().toStdString();
-  EXPECT_TRUE(rows[1]->outputPath().isEmpty());
-  EXPECT_EQ(rows[2]->outputPath(), outputOf(2));
-  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
   EXPECT_EQ(window.endCount, 1);
-  EXPECT_TRUE(rows[1]->rateText().isEmpty());
-  EXPECT_TRUE(rows[1]->isStartButtonEnabled());
-  EXPECT_TRUE(QFileInfo::exists(outputOf(0)));
-  EXPECT_TRUE(QFileInfo::exists(outputOf(2)));
-}
-
-TEST_F(ConversionQueue, AConversionTheConverterFailsEndsFailedWithItsReason) {
-  makeRows(2);
-  rows[0]->nodeInfo()->curProfileSetting().setVideoEncoder(QStringLiteral("nonesuch"));
-  queue.encode(rowList());
-  ASSERT_TRUE(waitForEnd());
-  EXPECT_EQ(started, rowList()) << "it started, then failed inside the converter";
+  // Row 0 started, then failed inside the converter.
   EXPECT_EQ(rows[0]->outcome(), ConvertView::Outcome::kFailed);
   EXPECT_TRUE(rows[0]->outcomeReason().contains(QStringLiteral("nonesuch"))) << rows[0]->outcomeReason().toStdString();
   EXPECT_TRUE(rows[0]->outputFiles().isEmpty());
   EXPECT_FALSE(QFileInfo::exists(outputOf(0)));
-  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFinished);
+  // Row 1 was refused before it started.
+  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFailed);
+  EXPECT_TRUE(rows[1]->outcomeReason().contains(QStringLiteral("output path")))
+      << rows[1]->outcomeReason().toStdString();
+  EXPECT_TRUE(rows[1]->outputPath().isEmpty());
+  EXPECT_TRUE(rows[1]->rateText().isEmpty());
+  EXPECT_TRUE(rows[1]->isStartButtonEnabled());
+  EXPECT_EQ(rows[2]->outputPath(), outputOf(2));
+  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
+  EXPECT_TRUE(QFileInfo::exists(outputOf(2)));
 }
 
 TEST_F(ConversionQueue, RunWhoseEveryRowFailsStillEndsOnce) {

@@ -12,9 +12,10 @@
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "RecordingAlertPresenter.h"
+#include "EventLoopWait.h"
 #include "TestEnvironment.h"
-#include "support/ConversionTestSupport.h"
-#include "support/GeneratedMedia.h"
+#include "GeneratedMedia.h"
+#include "support/ListItems.h"
 
 namespace {
 
@@ -50,26 +51,16 @@ class RecordingWorkspace : public Workspace {
 
 class MainWindowCommands : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    media = new modeltest::MediaFolder;
-    modeltest::tinyClip(*media, QStringLiteral("first.mp4"));
-    modeltest::tinyClip(*media, QStringLiteral("second.mp4"));
-    media->audioClip(QStringLiteral("song.mp3"), 1);
-    media->writeFile(QStringLiteral("broken.mp4"), "not a film");
-    media->writeFile(QStringLiteral("notes.avi"), {});
-  }
-  static void TearDownTestSuite() {
-    delete media;
-    media = nullptr;
-  }
-
   void SetUp() override {
+    for (const char* clip : {"first.mp4", "second.mp4"}) media.clip(QLatin1String(clip), 1, 1, QStringLiteral("160x120"));
+    media.audio(QStringLiteral("song.mp3"), 1);
+    media.write(QStringLiteral("broken.mp4"), "not a film");
+    media.write(QStringLiteral("notes.avi"), {});
     TestEnvironment::resetApplicationState();
-    sysTmpPath = media->path(QStringLiteral("scratch"));
+    sysTmpPath = media.path(QStringLiteral("scratch"));
     videoImagePath = sysTmpPath + QStringLiteral("/Images");
-    DefOutputPath = media->path(QStringLiteral("out"));
-    QDir(DefOutputPath).removeRecursively();
-    VideoConverter_SetTempPath(media->folder().toUtf8().constData());
+    DefOutputPath = media.path(QStringLiteral("out"));
+    VideoConverter_SetTempPath(media.path().toUtf8().constData());
     PlatformServices::install(&alerts, &panels, &workspace);
     controller.setOutputFolder(DefOutputPath);
     controller.setCurrentProfile(modeltest::smallProfile());
@@ -79,10 +70,10 @@ class MainWindowCommands : public testing::Test {
     TestEnvironment::resetApplicationState();
   }
 
-  static QString path(const char* name) { return media->path(QLatin1String(name)); }
+  QString path(const char* name) const { return media.path(QLatin1String(name)); }
   // Serves events until the files being added have been read.
   void waitForAdding() {
-    ASSERT_TRUE(modeltest::waitUntil([this] { return !controller.isAdding(); }));
+    ASSERT_TRUE(waitUntil([this] { return !controller.isAdding(); }));
   }
   void addFiles(const QStringList& paths) {
     controller.addFilesToMainList(paths);
@@ -93,7 +84,7 @@ class MainWindowCommands : public testing::Test {
     ASSERT_EQ(controller.videoData().size(), 2);
   }
   bool waitForIdle() {
-    return modeltest::waitUntil([this] { return !controller.isConverting(); });
+    return waitUntil([this] { return !controller.isConverting(); });
   }
   QStringList alertTexts() const {
     QStringList texts;
@@ -101,7 +92,7 @@ class MainWindowCommands : public testing::Test {
     return texts;
   }
 
-  static inline modeltest::MediaFolder* media = nullptr;
+  testmedia::Folder media;
   RecordingAlertPresenter alerts;
   RecordingPanels panels;
   RecordingWorkspace workspace;
@@ -124,7 +115,7 @@ TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRes
   ASSERT_EQ(controller.videoData().size(), 1);
   EXPECT_EQ(controller.videoData()[0]->inputFilename(), path("first.mp4"));
   EXPECT_EQ(controller.videoData()[0]->curProfileSetting().extName(), QStringLiteral("mp4"));
-  EXPECT_EQ(DefInputPath, media->folder());
+  EXPECT_EQ(DefInputPath, media.path());
   EXPECT_EQ(states, std::vector<WindowState>{WindowState::kReady});
 
   controller.clearAllFile();
@@ -145,7 +136,7 @@ TEST_F(MainWindowCommands, PanelFiltersOfferTheAcceptedExtensionsInBothCases) {
 }
 
 TEST_F(MainWindowCommands, DroppingIgnoresUnknownFilesAndOpenEditors) {
-  controller.addViewByPbData({path("first.mp4"), media->path(QStringLiteral("readme.txt"))});
+  controller.addViewByPbData({path("first.mp4"), path("readme.txt")});
   waitForAdding();
   EXPECT_EQ(controller.videoData().size(), 1);
   EXPECT_TRUE(alerts.alerts.empty());
@@ -184,29 +175,6 @@ TEST_F(MainWindowCommands, MergeRefusalsAndNaming) {
   const NodeInfo::List again = controller.videoData();
   controller.mergeNode({again[1], again[2]});
   EXPECT_EQ(controller.videoData().back()->outputFilename(), QStringLiteral("Merge %1").arg(number + 1));
-}
-
-TEST_F(MainWindowCommands, MergingASplitGroupTakesItsClipsInOrder) {
-  addTwoClips();
-  const NodeInfo::List files = controller.videoData();
-  NodeInfo::Ptr split = NodeInfo::create();
-  split->setType(NodeInfo::kTypeGroup);
-  split->mediaFileInfo().setVideoStream(1);
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode(db);
-  for (int clip = 0; clip < 2; ++clip) {
-    NodeInfo::Ptr piece = files[0]->copy();
-    piece->trimSettingInfo().setEndTime(1);
-    controller.mainList().addChild(split, piece);
-  }
-  controller.mainList().addChild(root, split);
-  const NodeInfo::List clips = split->childNode();
-
-  controller.mergeNode({split, files[1]});
-  const NodeInfo::Ptr group = controller.videoData().back();
-  EXPECT_EQ(group->childNode(), (NodeInfo::List{clips[0], clips[1], files[1]}));
-  EXPECT_EQ(root->indexOfChild(split), -1) << "the emptied split group stayed in the list";
-  EXPECT_FALSE(split->isSelected());
-  EXPECT_EQ(group->mediaFileInfo().iTotalTime(), 1 + 1 + files[1]->trimSettingInfo().endTime());
 }
 
 TEST_F(MainWindowCommands, ReorderingDeletingAndApplyingAProfileToAll) {
@@ -255,7 +223,7 @@ TEST_F(MainWindowCommands, ThumbnailsGoWithTheirItemsAndWithTheList) {
 }
 
 TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {
-  photoOutputPath = media->path(QStringLiteral("photos"));
+  photoOutputPath = path("photos");
   photoOutputFormat = QStringLiteral("jpg");
   const int32_t first = MainFormController::kImageIndex;
   QStringList paths;
@@ -307,16 +275,6 @@ TEST_F(MainWindowCommands, ConversionRunsEndsWithTheAlertAndRevealsTheFolder) {
   for (const auto& row : controller.convertViews()) EXPECT_EQ(row->rateText(), QStringLiteral("100%"));
 }
 
-TEST_F(MainWindowCommands, MergedConversionMakesOneOutput) {
-  addTwoClips();
-  controller.setMergeChecked(true);
-  controller.showConverterWindowModal();
-  ASSERT_TRUE(waitForIdle());
-  ASSERT_EQ(controller.convertViews().size(), 1u);
-  const QString output = DefOutputPath + "/" + NodeInfoAction::kMergedName + ".mp4";
-  EXPECT_NEAR(modeltest::ffprobeDuration(modeltest::ffprobe(output)), 2.0, 0.4);
-}
-
 TEST_F(MainWindowCommands, CancellingAsksAndSuppressesTheCompletion) {
   addTwoClips();
   controller.showConverterWindowModal();
@@ -342,26 +300,6 @@ TEST_F(MainWindowCommands, CancellingAsksAndSuppressesTheCompletion) {
   ASSERT_TRUE(waitForIdle());
   EXPECT_EQ(alertTexts(), QStringList{kProductName + "|Conversion complete!"});
   EXPECT_EQ(workspace.revealed, QStringList{DefOutputPath});
-}
-
-TEST_F(MainWindowCommands, CoverIntoWindowsMediaIsAskedAboutFirst) {
-  addTwoClips();
-  const NodeInfo::Ptr item = controller.videoData()[1];
-  item->setCurProfileSetting(modeltest::smallProfile(QStringLiteral("asf"), QStringLiteral("wmv"),
-                                                     QStringLiteral("wmv2"), QStringLiteral("wmav2")));
-  item->metaData().setImage(path("first.mp4"));
-  alerts.answer = 1;
-  controller.showConverterWindowModal();
-  ASSERT_EQ(alerts.alerts.size(), 1u);
-  EXPECT_EQ(alerts.alerts[0].message, QLatin1String(MainFormController::kCoverQuestion));
-  EXPECT_EQ(alerts.alerts[0].buttons, (QStringList{"YES", "NO"}));
-  EXPECT_EQ(controller.windowState(), WindowState::kReady) << "answering NO started the conversion";
-
-  alerts.answer = 0;
-  controller.showConverterWindowModal();
-  EXPECT_EQ(controller.windowState(), WindowState::kConverting);
-  ASSERT_TRUE(waitForIdle());
-  EXPECT_TRUE(QFileInfo::exists(DefOutputPath + "/second.wmv"));
 }
 
 }  // namespace

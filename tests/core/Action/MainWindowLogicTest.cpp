@@ -7,10 +7,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include <httplib.h>
-
 #include <optional>
-#include <thread>
 
 #include "Action/ItemNameEditing.h"
 #include "Action/MediaItemSummary.h"
@@ -19,6 +16,7 @@
 #include "Action/SettingFormAction.h"
 #include "Action/UpdateCheck.h"
 #include "CommonClass/StandardPaths.h"
+#include "LocalHttplibServer.h"
 #include "Profile/KMVProfileCatalog.h"
 #include "ProjectVersion.h"
 #include "RecordingAlertPresenter.h"
@@ -221,26 +219,16 @@ TEST(UpdateFeed, PicksTheNewestReleaseByVersionNumber) {
 }
 
 // A feed served on 127.0.0.1 for the length of a test.
-class FeedServer {
+class FeedServer : public LocalHttplibServer {
  public:
-  explicit FeedServer(int status, QByteArray body) {
-    server_.Get("/appcast.xml", [status, body](const httplib::Request&, httplib::Response& response) {
+  FeedServer(int status, QByteArray body) {
+    server.Get("/appcast.xml", [status, body](const httplib::Request&, httplib::Response& response) {
       response.status = status;
       response.set_content(body.toStdString(), "application/rss+xml");
     });
-    port_ = server_.bind_to_any_port("127.0.0.1");
-    thread_ = std::thread([this] { server_.listen_after_bind(); });
+    start();
   }
-  ~FeedServer() {
-    server_.stop();
-    thread_.join();
-  }
-  QUrl url() const { return QUrl(QStringLiteral("http://127.0.0.1:%1/appcast.xml").arg(port_)); }
-
- private:
-  httplib::Server server_;
-  int port_ = 0;
-  std::thread thread_;
+  QUrl feed() const { return url(QStringLiteral("/appcast.xml")); }
 };
 
 std::optional<UpdateCheck::Release> runCheck(UpdateCheck& check, const QUrl& feed, bool interactive) {
@@ -260,7 +248,7 @@ TEST_F(MainWindowLogic, UpdateCheckOffersANewerReleaseAndOnlySpeaksWhenAsked) {
   {
     FeedServer newer(200, feedWith({QStringLiteral("999.0")}));
     alerts.answer = 1;  // Later
-    ASSERT_TRUE(runCheck(check, newer.url(), false));
+    ASSERT_TRUE(runCheck(check, newer.feed(), false));
     ASSERT_EQ(alerts.alerts.size(), 1u);
     EXPECT_EQ(alerts.alerts[0].informativeText,
               QStringLiteral("Version 999.0 is available; this is version %1.").arg(QLatin1String(kBundleVersion)));
@@ -269,15 +257,15 @@ TEST_F(MainWindowLogic, UpdateCheckOffersANewerReleaseAndOnlySpeaksWhenAsked) {
   alerts.alerts.clear();
   {
     FeedServer same(200, feedWith({QLatin1String(kBundleVersion)}));
-    EXPECT_FALSE(runCheck(check, same.url(), false));
+    EXPECT_FALSE(runCheck(check, same.feed(), false));
     EXPECT_TRUE(alerts.alerts.empty()) << "a background check is silent without news";
-    EXPECT_FALSE(runCheck(check, same.url(), true));
+    EXPECT_FALSE(runCheck(check, same.feed(), true));
     ASSERT_EQ(alerts.alerts.size(), 1u);
     EXPECT_TRUE(alerts.alerts[0].informativeText.startsWith(QStringLiteral("This is the newest version")));
   }
   alerts.alerts.clear();
   FeedServer broken(500, "oops");
-  EXPECT_FALSE(runCheck(check, broken.url(), true));
+  EXPECT_FALSE(runCheck(check, broken.feed(), true));
   ASSERT_EQ(alerts.alerts.size(), 1u);
   EXPECT_EQ(alerts.alerts[0].informativeText, QStringLiteral("The update feed answered 500."));
 }

@@ -1,21 +1,11 @@
 // The tag window's logic: what it shows, what it saves, reset, the cover and
-// the number fields; and an edit made in it reaching a real output file.
+// the number fields.
 #include <gtest/gtest.h>
-
-#include "support/ListItems.h"
-
-#include <QFile>
 
 #include <vector>
 
-#include "Action/MainFormAction.h"
 #include "Action/MetaEditFormController.h"
-#include "Action/NodeInfoAction.h"
-#include "CommonClass/GlobalSettings.h"
-#include "MediaClass/AddMetaDataAction.h"
-#include "RecordingAlertPresenter.h"
-#include "TestEnvironment.h"
-#include "support/TaggedMedia.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
@@ -46,7 +36,7 @@ class TagWindow : public testing::Test {
 
   void type(Field field, const QString& text) { ASSERT_TRUE(controller.setFieldText(field, text)); }
 
-  modeltest::MediaFolder media;
+  testmedia::Folder media;
   MetaEditFormController controller;
   RecordingDelegate delegate;
   QStringList coversShown;
@@ -158,7 +148,7 @@ TEST_F(TagWindow, SwitchingItemsSavesTheOneOnScreenAndCancelDropsOnlyTheLastEdit
 }
 
 TEST_F(TagWindow, ResetShowsTheTagsAsReadAndOnlyOkSavesThem) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
+  const QString cover = media.still(QStringLiteral("cover.png"));
   MediaMetaData read;
   read.setTitle(QStringLiteral("As read"));
   read.setImage(cover);
@@ -186,8 +176,8 @@ TEST_F(TagWindow, ResetShowsTheTagsAsReadAndOnlyOkSavesThem) {
 }
 
 TEST_F(TagWindow, TheCoverIsShownOnlyWhenItsFileExistsAndCanBeReplacedOrRemoved) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
-  const QString dropped = modeltest::testPicture(media, QStringLiteral("dropped.jpg"));
+  const QString cover = media.still(QStringLiteral("cover.png"));
+  const QString dropped = media.still(QStringLiteral("dropped.jpg"));
   MediaMetaData withCover;
   withCover.setImage(cover);
   MediaMetaData coverGone;
@@ -231,53 +221,6 @@ TEST_F(TagWindow, NumberFieldsTakeOnlyTypedDigitsUpToTheMaximum) {
   EXPECT_FALSE(controller.setFieldText(Field::DiskTotal, QStringLiteral("6535٣")))
       << "only ASCII digits read as numbers";
   EXPECT_TRUE(controller.setFieldText(Field::Year, QStringLiteral("circa 1900"))) << "only number fields are checked";
-}
-
-class TagWindowOnImportedFiles : public TagWindow {
- protected:
-  void SetUp() override {
-    TagWindow::SetUp();
-    modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.folder());
-  }
-  void TearDown() override { modeltest::endWithEmptyList(); }
-  RecordingAlertPresenter alerts;
-  ScopedAlertPresenter installed{&alerts};
-};
-
-TEST_F(TagWindowOnImportedFiles, AnEditReachesTheOutputAndResetBringsBackTheFilesTags) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
-  const QString input = modeltest::taggedClip(media, QStringLiteral("input.mp4"),
-                                              {"title=From the file", "artist=Band", "track=2/9"}, cover);
-  UIInfoDB db;
-  const NodeInfo::List added = modeltest::addToList(db, {input}, media.path(QStringLiteral("scratch")));
-  ASSERT_EQ(added.size(), 1);
-  const NodeInfo::Ptr node = added.first();
-  ProfileSettingInfo mp4;
-  mp4.setExtName(QStringLiteral("mp4"));
-  node->setCurProfileSetting(mp4);
-
-  controller.showWindowModal(added);
-  EXPECT_EQ(controller.fieldText(Field::Title), QStringLiteral("From the file"));
-  EXPECT_EQ(controller.imagePath(), node->metaData().image());
-  type(Field::Title, QStringLiteral("Edited title"));
-  type(Field::TrackNum, QStringLiteral("12"));
-  type(Field::TrackTotal, QStringLiteral("20"));
-  controller.removeThumbnail();
-  controller.okButtonClick();
-
-  const QString output = modeltest::taggedClip(media, QStringLiteral("output.mp4"), {});
-  ASSERT_TRUE(AddMetaDataAction::addMetaData(*node, output).succeeded());
-  const QMap<QString, QString> written = modeltest::ffprobeTags(output);
-  EXPECT_EQ(written.value(QStringLiteral("title")), QStringLiteral("Edited title"));
-  EXPECT_EQ(written.value(QStringLiteral("artist")), QStringLiteral("Band"));
-  EXPECT_EQ(written.value(QStringLiteral("track")), QStringLiteral("1/20"));
-  EXPECT_TRUE(modeltest::ffprobeCoverCodec(output).isEmpty()) << "the removed cover is not written";
-
-  controller.showWindowModal(added);
-  controller.resetButtonClick();
-  EXPECT_EQ(controller.fieldText(Field::Title), QStringLiteral("From the file"));
-  EXPECT_EQ(controller.fieldText(Field::TrackTotal), QStringLiteral("9"));
-  EXPECT_FALSE(controller.imagePath().isEmpty());
 }
 
 }  // namespace

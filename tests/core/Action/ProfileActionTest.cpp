@@ -57,7 +57,7 @@ TEST_F(ProfileChoice, AnEntryGivesTheNodeItsDefaultChoices) {
   EXPECT_EQ(profile.audioEncoder(), QStringLiteral("libmp3lame"));
   EXPECT_EQ(profile.audioBitrate(), 192);
   EXPECT_EQ(profile.videoQuality(), 27);
-  EXPECT_TRUE(profile.imageName().isEmpty());
+  EXPECT_EQ(profile.imageName(), QStringLiteral("profile_web"));
   EXPECT_TRUE(node.metaEditEnable()) << "mp4 takes tags";
   EXPECT_TRUE(alerts.alerts.empty());
 }
@@ -111,15 +111,6 @@ TEST_F(ProfileChoice, AnEntryWithoutAudioBitratesIsADamagedCatalogue) {
     EXPECT_EQ(alerts.alerts[0].informativeText, QStringLiteral("System error, please restart the program."));
     EXPECT_EQ(node.curProfileSetting().profileName(), QStringLiteral("Web 720p")) << "the node keeps its profile";
   }
-}
-
-TEST_F(ProfileChoice, AProfileForAnUntaggableContainerTurnsTagEditingOff) {
-  ASSERT_TRUE(ProfileAction::initProfileSettingInfo(node, &web));
-  KMVProfileDataInfo mkv = webEntry();
-  mkv.DisplayName = QStringLiteral("H.264 MKV");
-  mkv.ExtName = QStringLiteral("mkv");
-  ASSERT_TRUE(ProfileAction::initProfileSettingInfo(node, &mkv));
-  EXPECT_FALSE(node.metaEditEnable());
 }
 
 }  // namespace

@@ -13,14 +13,13 @@
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "RecordingAlertPresenter.h"
-#include "TestEnvironment.h"
-#include "support/TaggedMedia.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
 class TagsOnImport : public testing::Test {
  protected:
-  void SetUp() override { modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.folder()); }
+  void SetUp() override { modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.path()); }
   void TearDown() override { modeltest::endWithEmptyList(); }
 
   NodeInfo::Ptr addOne(const QString& path) {
@@ -30,17 +29,16 @@ class TagsOnImport : public testing::Test {
     return items.value(0);
   }
 
-  modeltest::MediaFolder media;
+  testmedia::Folder media;
   RecordingAlertPresenter alerts;
   ScopedAlertPresenter installed{&alerts};
 };
 
 TEST_F(TagsOnImport, AnMp4sTagsAndCoverLandInTheNodeAndTheCoverReplacesTheThumbnail) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
-  const QString clip = modeltest::taggedClip(
-      media, QStringLiteral("holiday.mp4"),
+  const QString clip = media.tagged(
+      QStringLiteral("holiday.mp4"),
       {"title=Holiday", "artist=Family", "album=Summer", "track=3/12", "disc=1/2", "date=2023", "genre=Home Video"},
-      cover);
+      "png");
   const NodeInfo::Ptr node = addOne(clip);
   ASSERT_TRUE(node);
 
@@ -58,28 +56,14 @@ TEST_F(TagsOnImport, AnMp4sTagsAndCoverLandInTheNodeAndTheCoverReplacesTheThumbn
       QStringLiteral("^%1/thumbNailholiday(\\d{14})\\.bmp$").arg(QRegularExpression::escape(videoImagePath)));
   const auto match = coverName.match(tags.image());
   ASSERT_TRUE(match.hasMatch()) << tags.image().toStdString();
-  EXPECT_EQ(modeltest::ffprobeFirstCodec(tags.image()), QStringLiteral("bmp"));
+  EXPECT_EQ(testmedia::ffprobe(tags.image(), "streams").value("codec_name"), "bmp");
   EXPECT_EQ(node->mediaFileInfo().imageName(), tags.image()) << "the cover replaces the probe thumbnail";
   const QString probeThumbnail = QStringLiteral("%1/holiday%2.bmp").arg(videoImagePath, match.captured(1));
   EXPECT_TRUE(QFileInfo::exists(probeThumbnail)) << "both pictures carry the same time stamp";
 }
 
-TEST_F(TagsOnImport, AnMp3sJpegCoverAndTagsAreReadLikeAVideos) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.jpg"));
-  const QString song =
-      modeltest::taggedClip(media, QStringLiteral("song.mp3"), {"title=Song", "album_artist=Choir", "track=5"}, cover);
-  const NodeInfo::Ptr node = addOne(song);
-  ASSERT_TRUE(node);
-  EXPECT_EQ(node->metaData().title(), QStringLiteral("Song"));
-  EXPECT_EQ(node->metaData().albumArtist(), QStringLiteral("Choir"));
-  EXPECT_EQ(std::pair(node->metaData().curTrackNum(), node->metaData().totalTrackNum()), std::pair(5, 0));
-  EXPECT_TRUE(node->metaData().image().startsWith(videoImagePath + QStringLiteral("/thumbNailsong")));
-  EXPECT_EQ(node->mediaFileInfo().imageName(), node->metaData().image());
-  EXPECT_EQ(modeltest::ffprobeFirstCodec(node->metaData().image()), QStringLiteral("bmp"));
-}
-
 TEST_F(TagsOnImport, WithoutACoverTheThumbnailStaysAndTheTagsHaveNoPicture) {
-  const QString clip = modeltest::taggedClip(media, QStringLiteral("plain.mp4"), {"title=Plain"});
+  const QString clip = media.tagged(QStringLiteral("plain.mp4"), {"title=Plain"});
   const NodeInfo::Ptr node = addOne(clip);
   ASSERT_TRUE(node);
   EXPECT_EQ(node->metaData().title(), QStringLiteral("Plain"));
@@ -90,7 +74,7 @@ TEST_F(TagsOnImport, WithoutACoverTheThumbnailStaysAndTheTagsHaveNoPicture) {
 }
 
 TEST_F(TagsOnImport, AContainerTheTagLibraryCannotReadIsAddedWithEmptyTags) {
-  const QString clip = modeltest::taggedClip(media, QStringLiteral("tagged.mkv"), {"title=Only in Matroska"});
+  const QString clip = media.tagged(QStringLiteral("tagged.mkv"), {"title=Only in Matroska"});
   const NodeInfo::Ptr node = addOne(clip);
   ASSERT_TRUE(node);
   EXPECT_EQ(node->metaData(), MediaMetaData());

@@ -1,23 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QThread>
 
 #include <thread>
 
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/NotificationCenter.h"
+#include "EventLoopWait.h"
 
 namespace {
-
-// Runs the event loop until `done` holds, for at most ten seconds.
-template <class Condition>
-bool processEventsUntil(Condition done) {
-  QDeadlineTimer deadline(10000);
-  while (!done() && !deadline.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-  return done();
-}
 
 TEST(NotificationCenter, APostOnTheMainThreadIsDeliveredAtOnce) {
   NotificationCenter center;
@@ -46,7 +38,7 @@ TEST(NotificationCenter, APostFromAWorkerIsDeliveredOnTheMainThread) {
   worker.join();
   EXPECT_TRUE(deliveredOn.empty()) << "nothing runs before the main thread's loop does";
 
-  ASSERT_TRUE(processEventsUntil([&] { return deliveredOn.size() == 100; }));
+  ASSERT_TRUE(waitUntil([&] { return deliveredOn.size() == 100; }));
   for (QThread* thread : deliveredOn) EXPECT_EQ(thread, QCoreApplication::instance()->thread());
 }
 
@@ -72,7 +64,7 @@ TEST(DistributedNotificationCenter, DeliversInProcessImmediatelyOrQueued) {
   EXPECT_EQ(received, QStringList{QStringLiteral("now")});
   center.postNotificationName(QStringLiteral("KMVSETAPPSKINPATH"), QStringLiteral("later"));
   EXPECT_EQ(received.size(), 1);
-  ASSERT_TRUE(processEventsUntil([&] { return received.size() == 2; }));
+  ASSERT_TRUE(waitUntil([&] { return received.size() == 2; }));
   EXPECT_EQ(received.last(), QStringLiteral("later"));
   center.removeObserver(&observer);
 }

@@ -9,7 +9,7 @@
 #include <mutex>
 
 #include "ASIHTTP/HttpTestSupport.h"
-#include "ASIHTTP/ScriptedHttpServer.h"
+#include "ScriptedHttpServer.h"
 #include "CommonClass/NotificationCenter.h"
 #include "Download/DownloadSettings.h"
 #include "Download/GetVideoInfoThread.h"

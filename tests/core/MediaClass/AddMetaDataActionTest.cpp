@@ -13,7 +13,7 @@
 
 #include "CommonClass/KMVLog.h"
 #include "MediaClass/AddMetaDataAction.h"
-#include "support/TaggedMedia.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
@@ -149,13 +149,13 @@ MediaMetaData songTags(const QString& cover) {
 // Parameter: the output's extension.
 class WritingIntoOutputs : public testing::TestWithParam<std::string> {
  protected:
-  QString output(const QString& name) { return modeltest::taggedClip(media, name, {}); }
-  modeltest::MediaFolder media;
+  QString output(const QString& name) { return media.tagged(name, {}); }
+  testmedia::Folder media;
 };
 
 TEST_P(WritingIntoOutputs, EveryTagReachesTheFileAsTheLibraryAndFfprobeRead) {
   const QString extension = QString::fromStdString(GetParam());
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.jpg"));
+  const QString cover = media.still(QStringLiteral("cover.jpg"));
   const QString file = output(QStringLiteral("converted.") + extension);
   const NodeInfo::Ptr node = nodeWritingTo(extension, songTags(cover));
   ASSERT_TRUE(node->metaEditEnable());
@@ -174,11 +174,11 @@ TEST_P(WritingIntoOutputs, EveryTagReachesTheFileAsTheLibraryAndFfprobeRead) {
   EXPECT_EQ(std::pair(back.curDiskNum(), back.totalDiskNum()), std::pair(3, 0));
   EXPECT_EQ(back.image(), thumbnail);
 
-  const QMap<QString, QString> seen = modeltest::ffprobeTags(file);
+  const QMap<QString, QString> seen = testmedia::tags(file);
   EXPECT_EQ(seen.value(QStringLiteral("title")), QStringLiteral("Nachtmusik – Satz 1"));
   EXPECT_EQ(seen.value(QStringLiteral("track")), QStringLiteral("1/20")) << "track 12 of 20 as written";
   EXPECT_EQ(seen.value(QStringLiteral("disc")), QStringLiteral("3")) << "a total below the disc is dropped";
-  EXPECT_EQ(modeltest::ffprobeCoverCodec(file), QStringLiteral("mjpeg"));
+  EXPECT_EQ(testmedia::coverCodec(file), QStringLiteral("mjpeg"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, WritingIntoOutputs, testing::Values("mp4", "mp3"),
@@ -186,16 +186,16 @@ INSTANTIATE_TEST_SUITE_P(Formats, WritingIntoOutputs, testing::Values("mp4", "mp
 
 class WritingIntoParts : public testing::Test {
  protected:
-  QString part(const QString& name) { return modeltest::taggedClip(media, name, {"title=Untouched"}); }
+  QString part(const QString& name) { return media.tagged(name, {"title=Untouched"}); }
   static QString titleOf(const QString& path) { return MediaMetaData::initWithFile(path, QString()).title(); }
-  modeltest::MediaFolder media;
+  testmedia::Folder media;
 };
 
-TEST_F(WritingIntoParts, SplitOutputsAreWrittenInOrderUpToTheFirstMissingPart) {
+TEST_F(WritingIntoParts, SplitOutputsAreWrittenInOrderUpToTheFirstMissingPartAndAWholeOneAlone) {
   const QString first = part(QStringLiteral("movie_0.mp4"));
   const QString second = part(QStringLiteral("movie_1.mp4"));
   const QString afterGap = part(QStringLiteral("movie_3.mp4"));
-  const QByteArray afterGapBytes = modeltest::fileBytes(afterGap);
+  const QByteArray afterGapBytes = media.read(afterGap);
   MediaMetaData tags;
   tags.setTitle(QStringLiteral("Part of a movie"));
   const NodeInfo::Ptr node = nodeWritingTo(QStringLiteral("mp4"), tags);
@@ -208,28 +208,22 @@ TEST_F(WritingIntoParts, SplitOutputsAreWrittenInOrderUpToTheFirstMissingPart) {
   EXPECT_EQ(result.writtenFiles, QStringList({first, second}));
   EXPECT_EQ(titleOf(first), QStringLiteral("Part of a movie"));
   EXPECT_EQ(titleOf(second), QStringLiteral("Part of a movie"));
-  EXPECT_EQ(modeltest::fileBytes(afterGap), afterGapBytes) << "parts after a gap are not the node's";
+  EXPECT_EQ(media.read(afterGap), afterGapBytes) << "parts after a gap are not the node's";
   EXPECT_FALSE(QFileInfo::exists(outputPath));
-}
 
-TEST_F(WritingIntoParts, AClipSplitNodeWritesEachClipAndAnUnsplitNodeOnlyItsOutput) {
-  const QString clip0 = part(QStringLiteral("song_0.mp3"));
-  const QString clip1 = part(QStringLiteral("song_1.mp3"));
-  const QString whole = part(QStringLiteral("song.mp3"));
-  MediaMetaData tags;
-  tags.setArtist(QStringLiteral("Clips"));
-  const NodeInfo::Ptr node = nodeWritingTo(QStringLiteral("mp3"), tags);
+  // Split into clips the same way; unsplit, only the output itself.
+  const QString whole = part(QStringLiteral("movie.mp4"));
+  node->setSplitRow(1);
   node->setVideoClips(2);
-  EXPECT_EQ(AddMetaDataAction::addMetaData(*node, whole).writtenFiles, QStringList({clip0, clip1}));
-
+  EXPECT_EQ(AddMetaDataAction::addMetaData(*node, whole).writtenFiles, QStringList({first, second}));
   node->setVideoClips(1);
   EXPECT_EQ(AddMetaDataAction::addMetaData(*node, whole).writtenFiles, QStringList{whole});
-  EXPECT_EQ(MediaMetaData::initWithFile(whole, QString()).artist(), QStringLiteral("Clips"));
+  EXPECT_EQ(titleOf(whole), QStringLiteral("Part of a movie"));
 }
 
 TEST_F(WritingIntoParts, NothingIsWrittenForAProfileWithoutTagsOrANodeWithoutTags) {
   const QString file = part(QStringLiteral("plain.mp4"));
-  const QByteArray before = modeltest::fileBytes(file);
+  const QByteArray before = media.read(file);
 
   MediaMetaData tags;
   tags.setTitle(QStringLiteral("Should not appear"));
@@ -242,14 +236,14 @@ TEST_F(WritingIntoParts, NothingIsWrittenForAProfileWithoutTagsOrANodeWithoutTag
   onlyReadOnly.setGenres(QStringLiteral("Not written"));
   result = AddMetaDataAction::addMetaData(*nodeWritingTo(QStringLiteral("mp4"), onlyReadOnly), file);
   EXPECT_TRUE(result.writtenFiles.isEmpty() && result.failures.isEmpty());
-  EXPECT_EQ(modeltest::fileBytes(file), before);
+  EXPECT_EQ(media.read(file), before);
 }
 
 TEST_F(WritingIntoParts, AReadOnlyPartIsReportedAndLeftIntactWhileTheOthersAreWritten) {
   const QString locked = part(QStringLiteral("show_0.mp4"));
   const QString open = part(QStringLiteral("show_1.mp4"));
   ASSERT_TRUE(QFile::setPermissions(locked, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
-  const QByteArray lockedBytes = modeltest::fileBytes(locked);
+  const QByteArray lockedBytes = media.read(locked);
   MediaMetaData tags;
   tags.setTitle(QStringLiteral("Episode"));
   const NodeInfo::Ptr node = nodeWritingTo(QStringLiteral("mp4"), tags);
@@ -261,12 +255,12 @@ TEST_F(WritingIntoParts, AReadOnlyPartIsReportedAndLeftIntactWhileTheOthersAreWr
   EXPECT_EQ(result.failures[0].path, locked);
   EXPECT_EQ(result.failures[0].code, METADATA_ERROR_READ_ONLY);
   EXPECT_EQ(result.writtenFiles, QStringList{open});
-  EXPECT_EQ(modeltest::fileBytes(locked), lockedBytes);
+  EXPECT_EQ(media.read(locked), lockedBytes);
   EXPECT_EQ(titleOf(open), QStringLiteral("Episode"));
 
   QString log;
   for (const QFileInfo& day : QDir(KMVLog::folder()).entryInfoList({"*.txt"}, QDir::Files)) {
-    log += QString::fromUtf8(modeltest::fileBytes(day.filePath()));
+    log += QString::fromUtf8(media.read(day.filePath()));
   }
   EXPECT_TRUE(log.contains(locked)) << "the failure is logged with the file's path";
 }

@@ -1,8 +1,5 @@
-// Tags read into a node's tag object: the record's reading rules, and real
-// files made by ffmpeg read through the tag library.
+// Tags read into a node's tag object: the record's reading rules.
 #include <gtest/gtest.h>
-
-#include <QFileInfo>
 
 #include <cstring>
 #include <limits>
@@ -12,7 +9,6 @@
 #include "ValueObject/IntValue.h"
 #include "ValueObject/MediaMetaData.h"
 #include "ValueObject/NodeInfo.h"
-#include "support/TaggedMedia.h"
 
 namespace {
 
@@ -102,54 +98,6 @@ TEST(IntegerValueOfText, TakesTheLeadingNumberAndClampsToThirtyTwoBits) {
   EXPECT_EQ(intValue(QString()), 0);
   EXPECT_EQ(intValue(QStringLiteral("99999999999999999999")), std::numeric_limits<int32_t>::max());
   EXPECT_EQ(intValue(QStringLiteral("-99999999999999999999")), std::numeric_limits<int32_t>::min());
-}
-
-class ReadingAFile : public testing::Test {
- protected:
-  modeltest::MediaFolder media;
-};
-
-TEST_F(ReadingAFile, TagsAndCoverOfAnMp4AreReadAndTheCoverIsSavedAsAPicture) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
-  const QString clip =
-      modeltest::taggedClip(media, QStringLiteral("tagged.mp4"),
-                            {"title=Été", "artist=The Band", "album=First", "album_artist=Various", "genre=Jazz",
-                             "track=3/12", "disc=2/3", "date=2001", "comment=Made by a test", "composer=Someone"},
-                            cover);
-  const QString thumbnail = media.path(QStringLiteral("thumbNailtagged.bmp"));
-
-  int32_t code = -1;
-  const MediaMetaData tags = MediaMetaData::initWithFile(clip, thumbnail, &code);
-  EXPECT_EQ(code, METADATA_OK);
-  EXPECT_EQ(tags.title(), QStringLiteral("Été"));
-  EXPECT_EQ(tags.artist(), QStringLiteral("The Band"));
-  EXPECT_EQ(tags.album(), QStringLiteral("First"));
-  EXPECT_EQ(tags.albumArtist(), QStringLiteral("Various"));
-  EXPECT_EQ(tags.genre(), QStringLiteral("Jazz"));
-  EXPECT_EQ(tags.year(), QStringLiteral("2001"));
-  EXPECT_EQ(tags.comment(), QStringLiteral("Made by a test"));
-  EXPECT_EQ(tags.composer(), QStringLiteral("Someone"));
-  EXPECT_EQ(std::pair(tags.curTrackNum(), tags.totalTrackNum()), std::pair(3, 12));
-  EXPECT_EQ(std::pair(tags.curDiskNum(), tags.totalDiskNum()), std::pair(2, 3));
-  EXPECT_EQ(tags.image(), thumbnail);
-  EXPECT_EQ(modeltest::ffprobeFirstCodec(thumbnail), QStringLiteral("bmp"));
-}
-
-TEST_F(ReadingAFile, FilesWithoutReadableTagsGiveEmptyTagsAndTheLibrarysReason) {
-  const MediaMetaData none;
-  int32_t code = -1;
-  EXPECT_EQ(MediaMetaData::initWithFile(media.path(QStringLiteral("gone.mp3")), QString(), &code), none);
-  EXPECT_EQ(code, METADATA_ERROR_NO_FILE);
-
-  const QString matroska = modeltest::taggedClip(media, QStringLiteral("tagged.mkv"), {"title=Unreachable"});
-  EXPECT_EQ(MediaMetaData::initWithFile(matroska, QString(), &code), none);
-  EXPECT_EQ(code, METADATA_ERROR_FORMAT);
-
-  const QString notes = media.writeFile(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
-  EXPECT_EQ(MediaMetaData::initWithFile(notes, media.path(QStringLiteral("cover.bmp")), &code), none);
-  EXPECT_NE(code, METADATA_OK);
-  EXPECT_EQ(modeltest::fileBytes(notes), QByteArray("A shopping list, not a film.\n"));
-  EXPECT_FALSE(QFileInfo::exists(media.path(QStringLiteral("cover.bmp"))));
 }
 
 TEST(NodeTags, ACopiedNodeCarriesBothTagObjectsAndSharesNeither) {

@@ -7,8 +7,8 @@
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
 #include "Profile/KMVProfileCatalog.h"
+#include "EventLoopWait.h"
 #include "TestEnvironment.h"
-#include "support/ConversionTestSupport.h"
 #include "videoconverter.h"
 
 namespace modeltest {
@@ -44,6 +44,24 @@ ProfileSettingInfo shippedProfile(const QString& displayName) {
       entry ? ProfileAction::makeProfileSettingInfo(*entry) : std::nullopt;
   if (!profile) ADD_FAILURE() << "no usable shipped profile " << displayName.toStdString();
   return profile.value_or(ProfileSettingInfo());
+}
+
+ProfileSettingInfo smallProfile(const QString& format, const QString& extension, const QString& videoEncoder,
+                                const QString& audioEncoder) {
+  ProfileSettingInfo profile;
+  profile.setProfileName(QStringLiteral("Small ") + extension);
+  profile.setFormat(format);
+  profile.setExtName(extension);
+  profile.setType(ProfileSettingInfo::kTypeVideo);
+  profile.setVideoEncoder(videoEncoder);
+  profile.setVideoResolution(QStringLiteral("160x120"));
+  profile.setVideoFrameRate(15);
+  profile.setVideoBitrate(200);
+  profile.setAudioEncoder(audioEncoder);
+  profile.setAudioSampleRate(44100);
+  profile.setAudioBitrate(64);
+  profile.setAudioChannels(1);
+  return profile;
 }
 
 void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder) {

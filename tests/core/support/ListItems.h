@@ -1,6 +1,6 @@
 // List items made the way the program makes them: generated files added to
 // the main list through the real probe, and profiles from the shipped
-// catalogue.
+// catalogue or small ones for fast conversions.
 #pragma once
 
 #include <QString>
@@ -19,6 +19,12 @@ NodeInfo::List addToList(UIInfoDB& db, const QStringList& paths, const QString& 
 
 // The profile an item gets when the shipped catalogue's `displayName` is picked.
 ProfileSettingInfo shippedProfile(const QString& displayName);
+// A small, fast output: mpeg4 and AAC in mp4 at 160x120; the container and
+// encoders can be changed.
+ProfileSettingInfo smallProfile(const QString& format = QStringLiteral("mp4"),
+                                const QString& extension = QStringLiteral("mp4"),
+                                const QString& videoEncoder = QStringLiteral("mpeg4"),
+                                const QString& audioEncoder = QStringLiteral("aac"));
 
 // A fresh application state: thumbnails go below `scratchFolder`, the
 // engine's scratch files into `engineFolder`.

@@ -6,7 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "ASIHTTP/HttpTestSupport.h"
+#include "LocalHttplibServer.h"
 #include "ProgramRun.h"
 
 namespace {

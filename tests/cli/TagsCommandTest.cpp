@@ -8,7 +8,7 @@
 #include <QJsonObject>
 
 #include "ProgramRun.h"
-#include "support/TaggedMedia.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
@@ -18,14 +18,13 @@ ProgramResult runTags(const QStringList& arguments) {
 
 class TagsCommand : public testing::Test {
  protected:
-  modeltest::MediaFolder media;
+  testmedia::Folder media;
 };
 
 TEST_F(TagsCommand, JsonListsEveryTagAndTheSavedCoverAndNamesWhatCannotBeRead) {
-  const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
-  const QString clip = modeltest::taggedClip(media, QStringLiteral("clip.mp4"),
-                                             {"title=Ünïcödé", "album=Album", "track=3/12", "disc=2"}, cover);
-  const QString matroska = modeltest::taggedClip(media, QStringLiteral("clip.mkv"), {"title=Hidden"});
+  const QString clip =
+      media.tagged(QStringLiteral("clip.mp4"), {"title=Ünïcödé", "album=Album", "track=3/12", "disc=2"}, "png");
+  const QString matroska = media.tagged(QStringLiteral("clip.mkv"), {"title=Hidden"});
   const QString gone = media.path(QStringLiteral("gone.mp3"));
 
   const ProgramResult result = runTags({clip, matroska, gone, "--json"});
@@ -46,7 +45,7 @@ TEST_F(TagsCommand, JsonListsEveryTagAndTheSavedCoverAndNamesWhatCannotBeRead) {
   EXPECT_EQ(tags[QStringLiteral("totalDiskNum")].toInt(), 0);
   const QString savedCover = tags[QStringLiteral("image")].toString();
   EXPECT_TRUE(QFileInfo(savedCover).fileName().startsWith(QStringLiteral("thumbNailclip"))) << savedCover.toStdString();
-  EXPECT_EQ(modeltest::ffprobeFirstCodec(savedCover), QStringLiteral("bmp"));
+  EXPECT_EQ(testmedia::ffprobe(savedCover, "streams")["codec_name"], "bmp");
 
   EXPECT_EQ(reports[1].toObject()[QStringLiteral("error")].toString(),
             QStringLiteral("this file format cannot carry tags"));
@@ -55,9 +54,8 @@ TEST_F(TagsCommand, JsonListsEveryTagAndTheSavedCoverAndNamesWhatCannotBeRead) {
 }
 
 TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesAndSucceedsWhenEveryFileIsRead) {
-  const QString song =
-      modeltest::taggedClip(media, QStringLiteral("song.mp3"), {"artist=Singer", "track=7/9", "genre=Folk"});
-  const QString plain = modeltest::taggedClip(media, QStringLiteral("plain.m4a"), {});
+  const QString song = media.tagged(QStringLiteral("song.mp3"), {"artist=Singer", "track=7/9", "genre=Folk"});
+  const QString plain = media.tagged(QStringLiteral("plain.m4a"), {});
 
   const ProgramResult result = runTags({song, plain});
   EXPECT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
@@ -75,13 +73,13 @@ TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesAndSucceedsWhenEveryFileIsRead
 }
 
 TEST_F(TagsCommand, TextNamesAFileItCannotReadOnTheErrorStreamAndNoFileIsAUsageError) {
-  const QString notes = media.writeFile(QStringLiteral("notes.mp4"), "not a film\n");
+  const QString notes = media.write(QStringLiteral("notes.mp4"), "not a film\n");
   const ProgramResult bad = runTags({notes});
   EXPECT_EQ(bad.exitCode, 1);
   EXPECT_TRUE(bad.errorOutput.contains(notes)) << bad.errorOutput.toStdString();
   EXPECT_TRUE(bad.errorOutput.contains(QStringLiteral("Cannot read the tags: the file is damaged")))
       << bad.errorOutput.toStdString();
-  EXPECT_EQ(modeltest::fileBytes(notes), QByteArray("not a film\n"));
+  EXPECT_EQ(media.read(notes), QByteArray("not a film\n"));
 
   const ProgramResult usage = runTags({"--json"});
   EXPECT_EQ(usage.exitCode, 2);

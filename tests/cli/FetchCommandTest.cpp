@@ -4,9 +4,10 @@
 
 #include <QFile>
 
-#include "HttpTestSupport.h"
+#include "LocalHttplibServer.h"
 #include "ProgramRun.h"
 #include "ScriptedHttpServer.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ TEST(FetchCommand, ResumesFromTheDownloadFileAndSavesTheWholeBody) {
     response.set_content(kContent.toStdString(), "video/mp4");
   });
   httplib.start();
-  TestFolder folder;
+  testmedia::Folder folder;
   folder.write("clip.mp4.download", kContent.left(8000));
 
   const ProgramResult result =
@@ -43,7 +44,7 @@ TEST(FetchCommand, FailuresPrintTheReasonExitNonZeroAndKeepWhatCanBeResumed) {
     exchange.send(ScriptedHttpServer::responseHead(200, {}, kContent.size()) + kContent.left(3000));
     exchange.close();
   });
-  TestFolder folder;
+  testmedia::Folder folder;
 
   const ProgramResult missing = fetch({server.url("/missing").toString(), "--output", folder.path("missing.mp4")});
   EXPECT_EQ(missing.exitCode, 1);

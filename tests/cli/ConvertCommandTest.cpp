@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -12,8 +11,7 @@
 
 #include "Action/MainFormController.h"
 #include "ProgramRun.h"
-#include "support/GeneratedMedia.h"
-#include "support/TaggedMedia.h"
+#include "GeneratedMedia.h"
 
 namespace {
 
@@ -21,39 +19,35 @@ constexpr int kHangMs = 120000;
 
 class ConvertCommand : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    media = new modeltest::MediaFolder;
-    media->videoClip(QStringLiteral("clip.mp4"), 4);
-    media->videoClip(QStringLiteral("small.mkv"), 2);
+  void SetUp() override {
+    media.clip(QStringLiteral("clip.mp4"), 4);
+    media.clip(QStringLiteral("small.mkv"), 2);
   }
-  static void TearDownTestSuite() { delete media; }
 
   ProgramResult convert(const QStringList& arguments) const {
-    return runProgram(QStringList{"convert", "--output", output.path()} + arguments, media->folder());
+    return runProgram(QStringList{"convert", "--output", output.path()} + arguments, media.path());
   }
-  QJsonObject probeOutput(const QString& name) const { return modeltest::ffprobe(output.filePath(name)); }
 
-  static modeltest::MediaFolder* media;
-  QTemporaryDir output;
+  testmedia::Folder media;
+  testmedia::Folder output;
 };
-modeltest::MediaFolder* ConvertCommand::media = nullptr;
 
 TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
   const ProgramResult result = convert({"clip.mp4", "--profile", "MPEG-4 AVC", "--trim", "1-3", "--resolution",
                                         "160x120", "--effect", "gray", "--volume", "50", "--audio-bitrate", "96"});
   ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
-  EXPECT_TRUE(result.standardOutput.contains("Done: " + output.filePath(QStringLiteral("clip.mp4"))))
+  EXPECT_TRUE(result.standardOutput.contains("Done: " + output.path(QStringLiteral("clip.mp4"))))
       << result.standardOutput.toStdString();
   // The summary: the output with its size and length.
-  const QString written = output.filePath(QStringLiteral("clip.mp4"));
+  const QString written = output.path(QStringLiteral("clip.mp4"));
   EXPECT_TRUE(result.standardOutput.contains(QRegularExpression(
       "\\n  " + QRegularExpression::escape(written) + "  [0-9.]+ [kM]?B  00:00:0[12]\\n1 converted, 0 failed, 0 cancelled.")))
       << result.standardOutput.toStdString();
-  const QJsonObject probe = probeOutput(QStringLiteral("clip.mp4"));
-  EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("width")), 160);
-  EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("height")), 120);
-  EXPECT_NEAR(modeltest::ffprobeDuration(probe), 2.0, 0.1);
-  EXPECT_EQ(modeltest::ffprobeStreamCount(probe, QStringLiteral("audio")), 1);
+  const QMap<QString, QString> picture = testmedia::ffprobe(written, "streams", "v:0");
+  EXPECT_EQ(picture["width"], "160");
+  EXPECT_EQ(picture["height"], "120");
+  EXPECT_NEAR(testmedia::duration(written), 2.0, 0.1);
+  EXPECT_EQ(testmedia::streamCount(written, "audio"), 1);
 }
 
 TEST_F(ConvertCommand, TagOptionsReplaceTheInputsTagsInEveryOutput) {
@@ -61,14 +55,10 @@ TEST_F(ConvertCommand, TagOptionsReplaceTheInputsTagsInEveryOutput) {
                                         "--artist", "Somebody", "--track", "3/9"});
   ASSERT_EQ(result.exitCode, 0) << result.errorOutput.toStdString();
   for (const char* piece : {"clip_0.mp4", "clip_1.mp4"}) {
-    const QJsonObject tags = probeOutput(QLatin1String(piece))
-                                 .value(QStringLiteral("format"))
-                                 .toObject()
-                                 .value(QStringLiteral("tags"))
-                                 .toObject();
-    EXPECT_EQ(tags.value(QStringLiteral("title")).toString(), QStringLiteral("Given")) << piece;
-    EXPECT_EQ(tags.value(QStringLiteral("artist")).toString(), QStringLiteral("Somebody")) << piece;
-    EXPECT_EQ(tags.value(QStringLiteral("track")).toString(), QStringLiteral("3/9")) << piece;
+    const QMap<QString, QString> tags = testmedia::tags(output.path(QLatin1String(piece)));
+    EXPECT_EQ(tags["title"], "Given") << piece;
+    EXPECT_EQ(tags["artist"], "Somebody") << piece;
+    EXPECT_EQ(tags["track"], "3/9") << piece;
   }
 
   const ProgramResult refused = convert({"clip.mp4", "--track", "9/3"});
@@ -80,32 +70,31 @@ TEST_F(ConvertCommand, MergingJoinsTheFilesAndSplittingCutsThePieces) {
   const ProgramResult merged = convert({"--merge", "clip.mp4", "small.mkv", "--profile", "H.264 MKV"});
   ASSERT_EQ(merged.exitCode, 0) << merged.errorOutput.toStdString();
   EXPECT_TRUE(merged.standardOutput.contains(QStringLiteral("Converting 1/1: Merge Video -> ")));
-  EXPECT_NEAR(modeltest::ffprobeDuration(probeOutput(QStringLiteral("Merge Video.mkv"))), 6.0, 0.15);
+  EXPECT_NEAR(testmedia::duration(output.path("Merge Video.mkv")), 6.0, 0.15);
 
   const ProgramResult split = convert({"clip.mp4", "--profile", "1301", "--split-clips", "2"});
   ASSERT_EQ(split.exitCode, 0) << split.errorOutput.toStdString();
   for (const char* piece : {"clip_0.mp3", "clip_1.mp3"}) {
-    const QJsonObject probe = probeOutput(QLatin1String(piece));
-    EXPECT_EQ(modeltest::ffprobeStreamCount(probe, QStringLiteral("video")), 0) << piece;
-    EXPECT_NEAR(modeltest::ffprobeDuration(probe), 2.0, 0.1) << piece;
+    EXPECT_EQ(testmedia::streamCount(output.path(QLatin1String(piece)), "video"), 0) << piece;
+    EXPECT_NEAR(testmedia::duration(output.path(QLatin1String(piece))), 2.0, 0.1) << piece;
   }
 }
 
 TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConverted) {
-  media->writeFile(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
+  media.write(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
   const ProgramResult undecodable = convert({"notes.mp4", "small.mkv"});
   EXPECT_EQ(undecodable.exitCode, 1);
   EXPECT_TRUE(undecodable.errorOutput.contains(QStringLiteral("There is 1 file:\nnotes.mp4\n Decode failed")))
       << undecodable.errorOutput.toStdString();
-  EXPECT_TRUE(QFileInfo::exists(output.filePath(QStringLiteral("small.mp4"))));
+  EXPECT_TRUE(QFileInfo::exists(output.path(QStringLiteral("small.mp4"))));
 
   // A picture file that holds no picture passes every check before the converter reads it.
-  media->writeFile(QStringLiteral("logo.png"), "not a picture");
+  media.write(QStringLiteral("logo.png"), "not a picture");
   const ProgramResult unreadable = convert({"clip.mp4", "--watermark-image", "logo.png"});
   EXPECT_EQ(unreadable.exitCode, 1);
   EXPECT_TRUE(unreadable.errorOutput.contains(QStringLiteral("Failed: clip.mp4: ")));
   EXPECT_TRUE(unreadable.errorOutput.contains(QStringLiteral("logo.png"))) << unreadable.errorOutput.toStdString();
-  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("clip.mp4"))));
+  EXPECT_FALSE(QFileInfo::exists(output.path(QStringLiteral("clip.mp4"))));
 
   const ProgramResult outside = convert({"clip.mp4", "--crop", "100,100,300,200"});
   EXPECT_EQ(outside.exitCode, 1);
@@ -119,26 +108,25 @@ TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConvert
 }
 
 TEST_F(ConvertCommand, ACoverIntoWindowsMediaIsConvertedOnlyWhenYesIsGiven) {
-  const QString cover = modeltest::testPicture(*media, QStringLiteral("front.png"));
-  modeltest::taggedClip(*media, QStringLiteral("covered.mp3"), {"title=Song"}, cover);
+  media.tagged(QStringLiteral("covered.mp3"), {"title=Song"}, "png");
 
   const ProgramResult refused = convert({"covered.mp3", "--profile", "WMA"});
   EXPECT_EQ(refused.exitCode, 1);
   EXPECT_TRUE(refused.errorOutput.contains(QLatin1String(MainFormController::kCoverQuestion) + " [YES/NO] NO"))
       << refused.errorOutput.toStdString();
   EXPECT_TRUE(refused.errorOutput.contains(QStringLiteral("Nothing was converted.")));
-  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("covered.wma"))));
+  EXPECT_FALSE(QFileInfo::exists(output.path(QStringLiteral("covered.wma"))));
 
   const ProgramResult accepted = convert({"covered.mp3", "--profile", "WMA", "--yes"});
   ASSERT_EQ(accepted.exitCode, 0) << accepted.errorOutput.toStdString();
   EXPECT_TRUE(accepted.errorOutput.contains(QStringLiteral(" [YES/NO] YES")));
-  EXPECT_TRUE(QFileInfo::exists(output.filePath(QStringLiteral("covered.wma"))));
+  EXPECT_TRUE(QFileInfo::exists(output.path(QStringLiteral("covered.wma"))));
 }
 
 TEST_F(ConvertCommand, CtrlCStopsTheRunningFileAndSkipsTheRest) {
-  media->videoClip(QStringLiteral("long.avi"), 60);
+  media.clip(QStringLiteral("long.avi"), 60);
   QProcess process;
-  process.setWorkingDirectory(media->folder());
+  process.setWorkingDirectory(media.path());
   process.start(programPath(), {"convert", "long.avi", "small.mkv", "--output", output.path()});
   ASSERT_TRUE(process.waitForStarted(kHangMs));
   QString printed;
@@ -154,7 +142,7 @@ TEST_F(ConvertCommand, CtrlCStopsTheRunningFileAndSkipsTheRest) {
   EXPECT_TRUE(result.errorOutput.contains(QStringLiteral("Cancelled: small.mkv: Cancelled before it started.")));
   EXPECT_FALSE(result.errorOutput.contains(QLatin1String(MainFormController::kCompleteAlert)));
   EXPECT_TRUE(result.standardOutput.contains(QStringLiteral("0 converted, 0 failed, 2 cancelled.")));
-  EXPECT_FALSE(QFileInfo::exists(output.filePath(QStringLiteral("small.mp4"))));
+  EXPECT_FALSE(QFileInfo::exists(output.path(QStringLiteral("small.mp4"))));
 }
 
 }  // namespace
