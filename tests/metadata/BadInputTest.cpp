@@ -5,11 +5,11 @@
 #include <filesystem>
 
 #include "TagAccess.h"
-#include "TestMedia.h"
+#include "MediaFormats.h"
 
 namespace {
 
-using testmedia::TempFolder;
+using tagtest::TempFolder;
 
 TEST(CheckFile, AcceptsTheWritableFormatsInAnySpelling) {
   for (const char* format : {"mp4", "m4a", "m4v",  "m4r", "mov", "3gp", "mp3", "flac", "ogg", "opus", "wma",
@@ -27,15 +27,17 @@ TEST(CheckFile, RefusesContainersWithoutWritableTags) {
 
 TEST(BadInput, RealFilesOfUnwritableContainersAreRefusedAndKept) {
   TempFolder folder;
-  for (auto [extension, codecs] :
-       {std::pair{"mkv", "-c:v mpeg4 -c:a mp2"}, std::pair{"avi", "-c:v mpeg4 -c:a mp2"},
-        std::pair{"flv", "-c:v flv1 -c:a libmp3lame"}, std::pair{"ts", "-c:v mpeg2video -c:a mp2"}}) {
-    std::string path = folder.file(std::string("clip.") + extension);
-    testmedia::makeWithFfmpeg(path, std::string(codecs) + " -metadata title=Kept", true);
-    std::string before = testmedia::fingerprint(path);
+  for (const auto& [extension, codecs] : {std::pair{"mkv", QStringList{"-c:v", "mpeg4", "-c:a", "mp2"}},
+                                          std::pair{"avi", QStringList{"-c:v", "mpeg4", "-c:a", "mp2"}},
+                                          std::pair{"flv", QStringList{"-c:v", "flv1", "-c:a", "libmp3lame"}},
+                                          std::pair{"ts", QStringList{"-c:v", "mpeg2video", "-c:a", "mp2"}}}) {
+    const std::string name = std::string("clip.") + extension;
+    const std::string path =
+        folder.copy(tagtest::madeWithFfmpeg(name, codecs + QStringList{"-metadata", "title=Kept"}, true), name);
+    std::string before = tagtest::fingerprint(path);
     EXPECT_EQ(tagtest::writeTags(path, {{METADATA_KEY_TITLE, "New"}}), METADATA_ERROR_FORMAT) << extension;
     EXPECT_EQ(tagtest::readTags(path).code, METADATA_ERROR_FORMAT) << extension;
-    EXPECT_EQ(testmedia::fingerprint(path), before) << extension;
+    EXPECT_EQ(tagtest::fingerprint(path), before) << extension;
   }
 }
 
@@ -62,8 +64,8 @@ TEST(BadInput, NullArgumentsAreRefused) {
 
 TEST(BadInput, MalformedRecordsAreRefusedBeforeTheFileIsTouched) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("mp3"), folder);
-  std::string original = testmedia::fingerprint(media);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("mp3"), folder);
+  std::string original = tagtest::fingerprint(media);
   std::vector<std::unique_ptr<MetaDataInfo>> records;
   for (int32_t count : {-1, METADATA_MAX_ITEMS + 1, 1 << 30}) {
     records.push_back(tagtest::makeRecord({{METADATA_KEY_TITLE, "t"}}));
@@ -79,32 +81,32 @@ TEST(BadInput, MalformedRecordsAreRefusedBeforeTheFileIsTouched) {
     records.push_back(tagtest::makeRecord({{METADATA_KEY_TITLE, "t"}, {METADATA_KEY_DISK, notNumberOverTotal}}));
   }
   for (const auto& record : records) EXPECT_EQ(SetMetaDataInfo(media.c_str(), record.get()), METADATA_ERROR_RECORD);
-  EXPECT_EQ(testmedia::fingerprint(media), original);
+  EXPECT_EQ(tagtest::fingerprint(media), original);
 }
 
 TEST(BadInput, ValueTheFormatCannotHoldIsRefused) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("m4v"), folder);
-  std::string original = testmedia::fingerprint(media);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("m4v"), folder);
+  std::string original = tagtest::fingerprint(media);
   // MP4 keeps season and episode as numbers.
   EXPECT_EQ(tagtest::writeTags(media, {{METADATA_KEY_TITLE, "t"}, {METADATA_KEY_TV_SEASON, "Season one"}}),
             METADATA_ERROR_VALUE);
-  EXPECT_EQ(testmedia::fingerprint(media), original);
+  EXPECT_EQ(tagtest::fingerprint(media), original);
 }
 
 TEST(BadInput, MissingOrBrokenCoverPictureIsRefused) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("flac"), folder);
-  std::string original = testmedia::fingerprint(media);
-  std::string jpeg = testmedia::readFile(testmedia::makePicture(folder, "good.jpg"));
-  testmedia::writeFile(folder.file("text.jpg"), "not a picture at all");
-  testmedia::writeFile(folder.file("truncated.jpg"), jpeg.substr(0, 20));
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("flac"), folder);
+  std::string original = tagtest::fingerprint(media);
+  std::string jpeg = tagtest::readFile(folder.picture("good.jpg"));
+  tagtest::writeFile(folder.file("text.jpg"), "not a picture at all");
+  tagtest::writeFile(folder.file("truncated.jpg"), jpeg.substr(0, 20));
   for (std::string picture :
        {folder.file("absent.png"), folder.file("text.jpg"), folder.file("truncated.jpg"), folder.path()}) {
     EXPECT_EQ(tagtest::writeTags(media, {{METADATA_KEY_TITLE, "t"}, {METADATA_KEY_IMAGE, picture}}),
               METADATA_ERROR_PICTURE)
         << picture;
-    EXPECT_EQ(testmedia::fingerprint(media), original);
+    EXPECT_EQ(tagtest::fingerprint(media), original);
   }
 }
 

@@ -8,11 +8,11 @@
 #include <filesystem>
 
 #include "TagAccess.h"
-#include "TestMedia.h"
+#include "MediaFormats.h"
 
 namespace {
 
-using testmedia::TempFolder;
+using tagtest::TempFolder;
 namespace fs = std::filesystem;
 
 const tagtest::Entries kEdit{{METADATA_KEY_TITLE, "New title"}, {METADATA_KEY_TRACK, "2/9"}};
@@ -29,21 +29,21 @@ std::vector<std::string> folderEntries(const TempFolder& folder) {
 // Writing must fail with a non-zero code, reading must fail too, and the file
 // must keep every byte.
 void expectRefusedAndIntact(const std::string& path) {
-  std::string before = testmedia::fingerprint(path);
+  std::string before = tagtest::fingerprint(path);
   EXPECT_NE(tagtest::writeTags(path, kEdit), METADATA_OK) << path;
   EXPECT_NE(tagtest::readTags(path).code, METADATA_OK) << path;
-  EXPECT_EQ(testmedia::fingerprint(path), before) << path;
+  EXPECT_EQ(tagtest::fingerprint(path), before) << path;
 }
 
 TEST(FileSafety, ReadOnlyFileIsReportedAndLeftIntact) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("m4a"), folder);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("m4a"), folder);
   ASSERT_EQ(tagtest::writeTags(media, {{METADATA_KEY_TITLE, "Before"}}), METADATA_OK);
-  std::string before = testmedia::fingerprint(media);
+  std::string before = tagtest::fingerprint(media);
   fs::permissions(media, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
 
   EXPECT_EQ(tagtest::writeTags(media, kEdit), METADATA_ERROR_READ_ONLY);
-  EXPECT_EQ(testmedia::fingerprint(media), before);
+  EXPECT_EQ(tagtest::fingerprint(media), before);
   tagtest::ReadResult read = tagtest::readTags(media);
   EXPECT_EQ(read.code, METADATA_OK);
   EXPECT_EQ(read.byKey[METADATA_KEY_TITLE], "Before");
@@ -53,9 +53,9 @@ TEST(FileSafety, GarbageWithAMediaExtensionIsLeftIntact) {
   TempFolder folder;
   std::string garbage;
   for (int i = 0; i < 20000; ++i) garbage.push_back(static_cast<char>((i * 7919 + i / 13) % 251));
-  for (const testmedia::MediaFormat& format : testmedia::writableFormats()) {
+  for (const tagtest::MediaFormat& format : tagtest::writableFormats()) {
     std::string path = folder.file("garbage." + format.extension);
-    testmedia::writeFile(path, garbage);
+    tagtest::writeFile(path, garbage);
     expectRefusedAndIntact(path);
   }
 }
@@ -63,25 +63,24 @@ TEST(FileSafety, GarbageWithAMediaExtensionIsLeftIntact) {
 TEST(FileSafety, DamagedAndMislabelledFilesAreLeftIntact) {
   TempFolder folder;
   // An MP4 cut in half loses the index at its end.
-  std::string mp4 = testmedia::makeMedia(testmedia::formatNamed("mp4"), folder);
-  std::string whole = testmedia::readFile(mp4);
-  testmedia::writeFile(mp4, whole.substr(0, whole.size() / 2));
+  std::string mp4 = tagtest::makeMedia(tagtest::formatNamed("mp4"), folder);
+  std::string whole = tagtest::readFile(mp4);
+  tagtest::writeFile(mp4, whole.substr(0, whole.size() / 2));
   expectRefusedAndIntact(mp4);
 
   // An MP3 named as FLAC.
-  std::string mp3 = testmedia::makeMedia(testmedia::formatNamed("mp3"), folder);
+  std::string mp3 = tagtest::makeMedia(tagtest::formatNamed("mp3"), folder);
   fs::rename(mp3, folder.file("named.flac"));
   expectRefusedAndIntact(folder.file("named.flac"));
 
   // FLAC in an Ogg container, which the tag writer cannot save readably.
-  std::string oggFlac = folder.file("flac-in-ogg.ogg");
-  testmedia::makeWithFfmpeg(oggFlac, "-c:a flac -f ogg", false);
-  expectRefusedAndIntact(oggFlac);
+  expectRefusedAndIntact(
+      folder.copy(tagtest::madeWithFfmpeg("flac-in-ogg.ogg", {"-c:a", "flac", "-f", "ogg"}, false), "flac-in-ogg.ogg"));
 }
 
 TEST(FileSafety, WritingKeepsPermissionsAndLeavesNoScratchFiles) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("mp3"), folder);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("mp3"), folder);
   fs::permissions(media, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
   struct stat before {};
   ASSERT_EQ(::stat(media.c_str(), &before), 0);
@@ -100,7 +99,7 @@ TEST(FileSafety, WritingKeepsPermissionsAndLeavesNoScratchFiles) {
 
 TEST(FileSafety, WritingThroughASymbolicLinkUpdatesTheFileItNames) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("flac"), folder);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("flac"), folder);
   fs::create_symlink(media, folder.file("link.flac"));
   ASSERT_EQ(tagtest::writeTags(folder.file("link.flac"), kEdit), METADATA_OK);
   EXPECT_TRUE(fs::is_symlink(folder.file("link.flac")));
@@ -109,10 +108,10 @@ TEST(FileSafety, WritingThroughASymbolicLinkUpdatesTheFileItNames) {
 
 TEST(FileSafety, AnEmptyRecordChangesNothing) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("ogg_vorbis"), folder);
-  std::string before = testmedia::fingerprint(media);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("ogg_vorbis"), folder);
+  std::string before = tagtest::fingerprint(media);
   EXPECT_EQ(tagtest::writeTags(media, {}), METADATA_OK);
-  EXPECT_EQ(testmedia::fingerprint(media), before);
+  EXPECT_EQ(tagtest::fingerprint(media), before);
 }
 
 }  // namespace

@@ -4,13 +4,10 @@
 #include <cctype>
 #include <sstream>
 
-#include "TestMedia.h"
+#include "GeneratedMedia.h"
 
 namespace tagtest {
 namespace {
-
-using testmedia::runCommand;
-using testmedia::shellQuoted;
 
 std::string lowered(std::string text) {
   std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
@@ -47,34 +44,21 @@ if len(sys.argv) > 2:
     print("\tcover " + ("same" if any(b.endswith(picture) for b in blobs) else "missing"))
 )";
 
-// The python3 that has the mutagen package (the system one, not a user's own).
-const std::string& mutagenPython() {
-  static const std::string python = [] {
-    for (std::string candidate : {"/usr/bin/python3", "python3"}) {
-      if (runCommand(candidate + " -c 'import mutagen'").exitCode == 0) return candidate;
+// Runs Python code with the mutagen package at hand (the system's python3,
+// not a user's own) and the arguments as sys.argv[1:].
+testmedia::ProgramOutput runPython(const char* code, const std::vector<std::string>& arguments) {
+  static const QString python = [] {
+    for (const char* candidate : {"/usr/bin/python3", "python3"}) {
+      if (testmedia::run(candidate, {"-c", "import mutagen"}).exitCode == 0) return QString(candidate);
     }
-    return std::string("python3");
+    return QStringLiteral("python3");
   }();
-  return python;
+  QStringList all{"-c", code};
+  for (const std::string& argument : arguments) all.append(QString::fromStdString(argument));
+  return testmedia::run(python, all);
 }
 
 }  // namespace
-
-std::map<std::string, std::string> ffprobeTags(const std::string& path) {
-  std::map<std::string, std::string> tags;
-  // Containers such as Ogg keep their tags with the audio stream, not the file.
-  for (const char* entries : {"-show_entries format_tags", "-select_streams a:0 -show_entries stream_tags"}) {
-    testmedia::CommandResult result =
-        runCommand("ffprobe -v quiet " + std::string(entries) + " -of default=noprint_wrappers=1 " + shellQuoted(path));
-    std::istringstream lines(result.output);
-    for (std::string line; std::getline(lines, line);) {
-      size_t equals = line.find('=');
-      if (!line.starts_with("TAG:") || equals == std::string::npos) continue;
-      tags.emplace(lowered(line.substr(4, equals - 4)), line.substr(equals + 1));
-    }
-  }
-  return tags;
-}
 
 bool MutagenView::hasValue(const std::string& value) const {
   return std::ranges::any_of(fields, [&](const auto& field) { return field.second == value; });
@@ -88,25 +72,16 @@ std::vector<std::string> MutagenView::values(const std::string& field) const {
 }
 
 bool runWithMutagen(const std::string& pythonCode, const std::string& path) {
-  return runCommand(mutagenPython() + " -c " + shellQuoted(pythonCode) + " " + shellQuoted(path)).exitCode == 0;
-}
-
-std::string ffprobePicture(const std::string& path) {
-  testmedia::CommandResult result =
-      runCommand("ffprobe -v quiet -select_streams v:0 -show_entries stream=codec_name,width,height -of csv=p=0 " +
-                 shellQuoted(path));
-  std::string line = result.output.substr(0, result.output.find('\n'));
-  return result.exitCode == 0 ? line : std::string();
+  return runPython(pythonCode.c_str(), {path}).exitCode == 0;
 }
 
 MutagenView mutagenTags(const std::string& path, const std::string& picturePath) {
   MutagenView view;
-  std::string command = mutagenPython() + " -c " + shellQuoted(kMutagenDump) + " " + shellQuoted(path);
-  if (!picturePath.empty()) command.append(" ").append(shellQuoted(picturePath));
-  testmedia::CommandResult result = runCommand(command);
-  view.output = result.output;
+  const testmedia::ProgramOutput result =
+      runPython(kMutagenDump, picturePath.empty() ? std::vector{path} : std::vector{path, picturePath});
+  view.output = (result.output + result.errors).toStdString();
   view.readable = result.exitCode == 0;
-  std::istringstream lines(result.output);
+  std::istringstream lines(result.output.toStdString());
   for (std::string line; std::getline(lines, line);) {
     size_t tab = line.find('\t');
     if (tab == std::string::npos) continue;

@@ -1,5 +1,5 @@
-// Tags as other programs see them: ffprobe (FFmpeg's demuxers) and the
-// Python tag library from python3-mutagen.
+// Tags as another program sees them: the Python tag library from
+// python3-mutagen. (ffprobe's view is in GeneratedMedia.h.)
 #pragma once
 
 #include <map>
@@ -7,9 +7,6 @@
 #include <vector>
 
 namespace tagtest {
-
-// Container-level tags, keys in lower case; empty when ffprobe fails.
-std::map<std::string, std::string> ffprobeTags(const std::string& path);
 
 struct MutagenView {
   bool readable = false;
@@ -26,9 +23,5 @@ MutagenView mutagenTags(const std::string& path, const std::string& picturePath 
 // Runs Python code with the mutagen package at hand and the file's path as
 // sys.argv[1]; true when it exits with 0.
 bool runWithMutagen(const std::string& pythonCode, const std::string& path);
-
-// "codec,width,height" of the first picture stream as ffprobe sees it, such
-// as an embedded cover; empty when there is none.
-std::string ffprobePicture(const std::string& path);
 
 }  // namespace tagtest

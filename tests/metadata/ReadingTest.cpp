@@ -3,15 +3,15 @@
 
 #include "IndependentReaders.h"
 #include "TagAccess.h"
-#include "TestMedia.h"
+#include "MediaFormats.h"
 
 namespace {
 
-using testmedia::TempFolder;
+using tagtest::TempFolder;
 
 struct ForeignFile {
   std::string format;
-  std::string extraOptions;
+  QStringList extraOptions;
   std::string expectedTrack;  // what survives of "3/12" in that format's field
 };
 
@@ -20,14 +20,13 @@ std::ostream& operator<<(std::ostream& out, const ForeignFile& file) { return ou
 class TagsWrittenByFfmpeg : public testing::TestWithParam<ForeignFile> {};
 
 TEST_P(TagsWrittenByFfmpeg, AreRead) {
-  TempFolder folder;
-  const testmedia::MediaFormat& format = testmedia::formatNamed(GetParam().format);
-  std::string path = folder.file("foreign." + format.extension);
-  testmedia::makeWithFfmpeg(path,
-                            format.ffmpegOutputOptions + " " + GetParam().extraOptions +
-                                " -metadata title='Foreign title' -metadata artist='Foreign artist'"
-                                " -metadata album='Foreign album' -metadata genre=Jazz -metadata track=3/12",
-                            format.hasVideo);
+  const tagtest::MediaFormat& format = tagtest::formatNamed(GetParam().format);
+  const std::string path = tagtest::madeWithFfmpeg(
+      "foreign." + format.extension,
+      format.ffmpegOptions + GetParam().extraOptions +
+          QStringList{"-metadata", "title=Foreign title", "-metadata", "artist=Foreign artist", "-metadata",
+                      "album=Foreign album", "-metadata", "genre=Jazz", "-metadata", "track=3/12"},
+      format.hasVideo);
 
   tagtest::ReadResult read = tagtest::readTags(path);
   ASSERT_EQ(read.code, METADATA_OK);
@@ -43,20 +42,20 @@ TEST_P(TagsWrittenByFfmpeg, AreRead) {
 // 3GPP user-data boxes, which are not read (only the iTunes-style item list
 // is), and it cannot write Musepack or APE files at all.
 INSTANTIATE_TEST_SUITE_P(Formats, TagsWrittenByFfmpeg,
-                         testing::Values(ForeignFile{"mp4", "", "3/12"}, ForeignFile{"m4a", "", "3/12"},
-                                         ForeignFile{"mp3", "", "3/12"}, ForeignFile{"flac", "", "3/12"},
-                                         ForeignFile{"ogg_vorbis", "", "3/12"}, ForeignFile{"opus", "", "3/12"},
-                                         ForeignFile{"wma", "", "3/12"}, ForeignFile{"aiff", "-write_id3v2 1", "3/12"},
-                                         ForeignFile{"wav", "", "3"}, ForeignFile{"wavpack", "", "3/12"},
-                                         ForeignFile{"tta", "", "3"}),
+                         testing::Values(ForeignFile{"mp4", {}, "3/12"}, ForeignFile{"m4a", {}, "3/12"},
+                                         ForeignFile{"mp3", {}, "3/12"}, ForeignFile{"flac", {}, "3/12"},
+                                         ForeignFile{"ogg_vorbis", {}, "3/12"}, ForeignFile{"opus", {}, "3/12"},
+                                         ForeignFile{"wma", {}, "3/12"},
+                                         ForeignFile{"aiff", {"-write_id3v2", "1"}, "3/12"},
+                                         ForeignFile{"wav", {}, "3"}, ForeignFile{"wavpack", {}, "3/12"},
+                                         ForeignFile{"tta", {}, "3"}),
                          [](const auto& info) { return info.param.format; });
 
 TEST(Reading, ValuesLongerThanTheRecordFieldAreCutAtACharacterBoundary) {
-  TempFolder folder;
   std::string title;
   for (int i = 0; i < 2500; ++i) title += "é";  // 5,000 bytes of two-byte characters
-  std::string path = folder.file("long.flac");
-  testmedia::makeWithFfmpeg(path, "-c:a flac -metadata title=" + testmedia::shellQuoted(title), false);
+  const std::string path = tagtest::madeWithFfmpeg(
+      "long.flac", {"-c:a", "flac", "-metadata", "title=" + QString::fromStdString(title)}, false);
 
   tagtest::ReadResult read = tagtest::readTags(path);
   ASSERT_EQ(read.code, METADATA_OK);
@@ -67,7 +66,7 @@ TEST(Reading, ValuesLongerThanTheRecordFieldAreCutAtACharacterBoundary) {
 
 TEST(Reading, SeveralGenresGiveTheFirstAndTheWholeList) {
   TempFolder folder;
-  std::string media = testmedia::makeMedia(testmedia::formatNamed("flac"), folder);
+  std::string media = tagtest::makeMedia(tagtest::formatNamed("flac"), folder);
   ASSERT_TRUE(tagtest::runWithMutagen(
       "import mutagen, sys\nf = mutagen.File(sys.argv[1])\nf['GENRE'] = ['Rock', 'Jazz']\nf.save()", media));
   tagtest::ReadResult read = tagtest::readTags(media);
@@ -84,16 +83,16 @@ std::string id3v1Block(const std::string& title, const std::string& artist) {
 
 TEST(Reading, AnId3v1OnlyFileIsReadAndKeptInStep) {
   TempFolder folder;
-  std::string path = folder.file("old.mp3");
-  testmedia::makeWithFfmpeg(path, "-c:a libmp3lame -id3v2_version 0", false);
-  testmedia::writeFile(path, testmedia::readFile(path) + id3v1Block("Old", "Band"));
+  const std::string path = folder.file("old.mp3");
+  tagtest::writeFile(path, tagtest::readFile(tagtest::madeWithFfmpeg("old.mp3", {"-c:a", "libmp3lame", "-id3v2_version", "0"}, false)) +
+                               id3v1Block("Old", "Band"));
   tagtest::ReadResult read = tagtest::readTags(path);
   EXPECT_EQ(read.byKey[METADATA_KEY_TITLE], "Old");
   EXPECT_EQ(read.byKey[METADATA_KEY_ARTIST], "Band");
   EXPECT_EQ(read.byKey[METADATA_KEY_YEAR], "1999");
 
   ASSERT_EQ(tagtest::writeTags(path, {{METADATA_KEY_TITLE, "Renamed"}}), METADATA_OK);
-  std::string bytes = testmedia::readFile(path);
+  std::string bytes = tagtest::readFile(path);
   std::string id3v1 = bytes.substr(bytes.size() - 128);
   EXPECT_TRUE(id3v1.starts_with("TAGRenamed")) << "the ID3v1 tag still has the old title";
   EXPECT_NE(id3v1.find("Band"), std::string::npos);
