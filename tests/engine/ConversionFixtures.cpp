@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <map>
 
+#include "GeneratedMedia.h"
 #include "TestMedia.h"
 
 extern "C" {
@@ -67,16 +67,9 @@ struct DecodedStream {
 }  // namespace
 
 std::string generatedMedia(const std::string& name, const std::vector<std::string>& ffmpegArguments) {
-  static std::map<std::string, std::string> made;
-  if (const auto found = made.find(name); found != made.end()) return found->second;
-  const fs::path folder = fs::path(scratchFolder()) / "conversion-media";
-  fs::create_directories(folder);
-  const std::string path = (folder / name).string();
-  std::vector<std::string> arguments = ffmpegArguments;
-  arguments.push_back(path);
-  EXPECT_TRUE(runFfmpeg(arguments)) << "ffmpeg could not make " << name;
-  made.emplace(name, path);
-  return path;
+  QStringList arguments;
+  for (const std::string& argument : ffmpegArguments) arguments.append(QString::fromStdString(argument));
+  return testmedia::made(QString::fromStdString(name), arguments).toStdString();
 }
 
 std::string outputPath(const std::string& name) {

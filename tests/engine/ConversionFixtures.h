@@ -22,7 +22,7 @@ void setText(char (&field)[N], const std::string& text) {
   field[length] = '\0';
 }
 
-// A file made by `ffmpeg <arguments> <file>` once per test process.
+// A file made by `ffmpeg <arguments> <file>` once per build (see GeneratedMedia.h).
 std::string generatedMedia(const std::string& name, const std::vector<std::string>& ffmpegArguments);
 // A path for an output in this process's scratch folder.
 std::string outputPath(const std::string& name);

@@ -1,10 +1,10 @@
 #include "ExternalTools.h"
 
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <set>
 #include <sstream>
+
+#include "GeneratedMedia.h"
 
 namespace enginetest {
 
@@ -28,55 +28,27 @@ StartedProcess startProcess(const std::vector<std::string>& arguments) {
 }
 
 ProcessResult runProcess(const std::vector<std::string>& arguments) {
-  const StartedProcess started = startProcess(arguments);
-  if (started.pid < 0) return {};
-  ProcessResult result;
-  char buffer[65536];
-  ssize_t count = 0;
-  while ((count = read(started.output, buffer, sizeof buffer)) > 0) result.output.append(buffer, count);
-  close(started.output);
-  int status = 0;
-  waitpid(started.pid, &status, 0);
-  result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return result;
-}
-
-bool runFfmpeg(const std::vector<std::string>& arguments) {
-  std::vector<std::string> command = {"ffmpeg", "-nostdin", "-v", "error", "-y"};
-  command.insert(command.end(), arguments.begin(), arguments.end());
-  return runProcess(command).exitCode == 0;
+  QStringList rest;
+  for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
+    rest.append(QString::fromStdString(*argument));
+  }
+  const testmedia::ProgramOutput output = testmedia::run(QString::fromStdString(arguments.front()), rest);
+  return {output.exitCode, output.output.toStdString()};
 }
 
 std::map<std::string, std::string> ffprobeFields(const std::string& path, const std::string& section,
                                                  const std::string& selector) {
-  std::vector<std::string> command = {"ffprobe",         "-v", "error", "-of", "default=noprint_wrappers=1",
-                                      "-show_" + section};
-  if (!selector.empty()) command.insert(command.end(), {"-select_streams", selector});
-  command.push_back(path);
+  const QMap<QString, QString> probed = testmedia::ffprobe(
+      QString::fromStdString(path), QString::fromStdString(section), QString::fromStdString(selector));
   std::map<std::string, std::string> fields;
-  std::istringstream lines(runProcess(command).output);
-  std::string line;
-  while (std::getline(lines, line)) {
-    const auto equals = line.find('=');
-    if (equals != std::string::npos) fields.emplace(line.substr(0, equals), line.substr(equals + 1));
+  for (auto field = probed.begin(); field != probed.end(); ++field) {
+    fields.emplace(field.key().toStdString(), field.value().toStdString());
   }
   return fields;
 }
 
 int ffprobeStreamCount(const std::string& path, const std::string& codecType) {
-  const ProcessResult result =
-      runProcess({"ffprobe", "-v", "error", "-show_entries", "stream=index,codec_type", "-of", "csv=p=0", path});
-  // A transport stream lists its streams under their program too, hence the set.
-  std::set<std::string> indexes;
-  std::istringstream lines(result.output);
-  for (std::string line; std::getline(lines, line);) {
-    std::istringstream fields(line);
-    std::string index, type;
-    if (std::getline(fields, index, ',') && std::getline(fields, type, ',') && type == codecType) {
-      indexes.insert(index);
-    }
-  }
-  return static_cast<int>(indexes.size());
+  return testmedia::streamCount(QString::fromStdString(path), QString::fromStdString(codecType));
 }
 
 std::vector<Keyframe> ffprobeKeyframes(const std::string& path) {

@@ -1,5 +1,6 @@
-// The ffmpeg and ffprobe commands, run as separate processes: they make the
-// test media and give the reference answers the engine is checked against.
+// The ffmpeg and ffprobe commands, run as separate processes (see
+// GeneratedMedia.h): they give the reference answers the engine is checked
+// against.
 #pragma once
 
 #include <map>
@@ -22,9 +23,6 @@ struct StartedProcess {
   int output = -1;  // read end of the pipe
 };
 StartedProcess startProcess(const std::vector<std::string>& arguments);
-
-// Runs ffmpeg quietly with the given arguments; true on success.
-bool runFfmpeg(const std::vector<std::string>& arguments);
 
 // "key=value" lines of ffprobe for the first stream matching `selector`
 // ("v:0", "a", "" for the format section), e.g. {"width": "320"}.

@@ -63,14 +63,6 @@ TEST_F(KeyframeIndexTest, ListsTheKeyframesFfprobeSees) {
   }
 }
 
-TEST_F(KeyframeIndexTest, GroupOfPicturesSizeShowsInTheIndex) {
-  // 2 s at 25 frames a second with a keyframe every 10 frames.
-  const IndexFile index = readIndex(probeFile(sample("clip.mp4")).info.m_framesPosFileName);
-  ASSERT_EQ(index.entries.size(), 5u);
-  EXPECT_EQ(index.entries[0].first, 0);
-  EXPECT_EQ(index.entries[1].first, 400'000);
-}
-
 TEST_F(KeyframeIndexTest, SameFileReusesItsIndexAndAChangedFileGetsANewOne) {
   const fs::path copy = fs::path(folder_) / "copy.mp4";
   fs::copy_file(sample("clip.mp4"), copy);
