@@ -9,31 +9,6 @@
 namespace enginetest {
 namespace {
 
-// True when every multi-byte sequence in the text is complete.
-bool isWholeUtf8(const std::string& text) {
-  size_t i = 0;
-  while (i < text.size()) {
-    const unsigned char lead = text[i];
-    const size_t length = lead < 0x80           ? 1
-                          : (lead >> 5) == 0x6  ? 2
-                          : (lead >> 4) == 0xE  ? 3
-                          : (lead >> 3) == 0x1E ? 4
-                                                : 0;
-    if (length == 0 || i + length > text.size()) return false;
-    for (size_t k = 1; k < length; ++k) {
-      if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80) return false;
-    }
-    i += length;
-  }
-  return true;
-}
-
-std::string repeated(const std::string& text, int count) {
-  std::string result;
-  for (int i = 0; i < count; ++i) result += text;
-  return result;
-}
-
 TEST(AudioStreams, NamedByLanguageTitleCodecAndLayoutInFileOrder) {
   const Probed probed = probeFile(sample("two-audio.mkv"));
   ASSERT_EQ(probed.code, 0);
@@ -45,8 +20,7 @@ TEST(AudioStreams, NamedByLanguageTitleCodecAndLayoutInFileOrder) {
   EXPECT_EQ(commentary.m_nChannel, 1);
   // "ger " and a title of fourteen two-byte letters do not fit in 31 bytes:
   // the cut falls before the letter that would be split.
-  EXPECT_EQ(std::string(commentary.m_audioStreamName), "ger " + repeated("\u00e9", 13));
-  EXPECT_TRUE(isWholeUtf8(commentary.m_audioStreamName));
+  EXPECT_STREQ(commentary.m_audioStreamName, "ger ééééééééééééé");
   EXPECT_LT(commentary.m_audioSteamId, surround.m_audioSteamId);
 }
 
@@ -56,12 +30,9 @@ TEST(AudioStreams, NamesWithoutTagsStillTellCodecAndLayout) {
   EXPECT_STREQ(probeFile(sample("clip.ts")).info.m_AudioStreamInfo[0].m_audioStreamName, "MP2 mono");
 }
 
-TEST(AudioStreams, DefaultIsTheStreamMarkedDefaultNotTheFirst) {
+TEST(AudioStreams, DefaultIsTheStreamMarkedDefaultNotTheFirstAndNoneWithoutSound) {
   EXPECT_EQ(probeFile(sample("two-audio.mkv")).info.m_defaultAudioStream, 1);
   EXPECT_EQ(probeFile(sample("clip.mp4")).info.m_defaultAudioStream, 0);
-}
-
-TEST(AudioStreams, NoAudioMeansNoDefault) {
   const Probed probed = probeFile(sample("rotated.mov"));
   ASSERT_EQ(probed.code, 0);
   EXPECT_EQ(probed.info.m_AudioSteamCnt, 0);

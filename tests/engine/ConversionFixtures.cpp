@@ -4,67 +4,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 
 #include "GeneratedMedia.h"
 #include "TestMedia.h"
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libswresample/swresample.h>
-#include <libswscale/swscale.h>
-}
-
 namespace enginetest {
-namespace {
 
 namespace fs = std::filesystem;
-
-// An opened file with the decoder of its first stream of one type.
-struct DecodedStream {
-  AVFormatContext* format = nullptr;
-  AVCodecContext* decoder = nullptr;
-  int index = -1;
-
-  DecodedStream(const std::string& path, AVMediaType type) {
-    if (avformat_open_input(&format, path.c_str(), nullptr, nullptr) < 0) return;
-    if (avformat_find_stream_info(format, nullptr) < 0) return;
-    index = av_find_best_stream(format, type, -1, -1, nullptr, 0);
-    if (index < 0) return;
-    decoder = avcodec_alloc_context3(avcodec_find_decoder(format->streams[index]->codecpar->codec_id));
-    avcodec_parameters_to_context(decoder, format->streams[index]->codecpar);
-    if (avcodec_open2(decoder, decoder->codec, nullptr) < 0) index = -1;
-  }
-  ~DecodedStream() {
-    avcodec_free_context(&decoder);
-    avformat_close_input(&format);
-  }
-
-  // Calls `take` with every decoded frame.
-  template <typename Take>
-  void forEachFrame(Take take) {
-    if (index < 0) return;
-    AVPacket* packet = av_packet_alloc();
-    AVFrame* frame = av_frame_alloc();
-    auto receiveAll = [&] {
-      while (avcodec_receive_frame(decoder, frame) >= 0) {
-        take(*frame);
-        av_frame_unref(frame);
-      }
-    };
-    while (av_read_frame(format, packet) >= 0) {
-      if (packet->stream_index == index && avcodec_send_packet(decoder, packet) >= 0) receiveAll();
-      av_packet_unref(packet);
-    }
-    avcodec_send_packet(decoder, nullptr);
-    receiveAll();
-    av_frame_free(&frame);
-    av_packet_free(&packet);
-  }
-};
-
-}  // namespace
 
 std::string generatedMedia(const std::string& name, const std::vector<std::string>& ffmpegArguments) {
   QStringList arguments;
@@ -143,44 +91,21 @@ engine::ConversionResult convert(const std::vector<MediaItem>& items, const Outp
 }
 
 std::vector<RgbPicture> decodePictures(const std::string& path) {
-  DecodedStream stream(path, AVMEDIA_TYPE_VIDEO);
-  std::vector<RgbPicture> pictures;
-  stream.forEachFrame([&](const AVFrame& frame) {
-    RgbPicture picture;
-    picture.width = frame.width;
-    picture.height = frame.height;
-    picture.rgb.resize(static_cast<std::size_t>(frame.width) * frame.height * 3);
-    SwsContext* scaler =
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width, frame.height,
-                       AV_PIX_FMT_RGB24, SWS_POINT, nullptr, nullptr, nullptr);
-    uint8_t* planes[1] = {picture.rgb.data()};
-    const int strides[1] = {frame.width * 3};
-    sws_scale(scaler, frame.data, frame.linesize, 0, frame.height, planes, strides);
-    sws_freeContext(scaler);
-    pictures.push_back(std::move(picture));
-  });
-  return pictures;
+  // Every decoded picture, as stored, without any made up or dropped for a steady rate.
+  return ffmpegPictures(
+      {"-noautorotate", "-i", path, "-map", "0:v:0", "-fps_mode", "passthrough", "-sws_flags", "neighbor"});
 }
 
 Sound decodeSound(const std::string& path) {
-  DecodedStream stream(path, AVMEDIA_TYPE_AUDIO);
+  const auto stream = ffprobeFields(path, "streams", "a:0");
   Sound sound;
-  stream.forEachFrame([&](const AVFrame& frame) {
-    sound.sampleRate = frame.sample_rate;
-    sound.channels = frame.ch_layout.nb_channels;
-    SwrContext* converter = nullptr;
-    AVChannelLayout layout = frame.ch_layout;
-    swr_alloc_set_opts2(&converter, &layout, AV_SAMPLE_FMT_FLTP, frame.sample_rate, &layout,
-                        static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
-    swr_init(converter);
-    std::vector<std::vector<float>> planes(frame.ch_layout.nb_channels, std::vector<float>(frame.nb_samples));
-    std::vector<uint8_t*> out;
-    for (auto& plane : planes) out.push_back(reinterpret_cast<uint8_t*>(plane.data()));
-    const int converted = swr_convert(converter, out.data(), frame.nb_samples,
-                                      const_cast<const uint8_t**>(frame.extended_data), frame.nb_samples);
-    swr_free(&converter);
-    sound.firstChannel.insert(sound.firstChannel.end(), planes[0].begin(), planes[0].begin() + std::max(0, converted));
-  });
+  sound.sampleRate = std::stoi(stream.count("sample_rate") ? stream.at("sample_rate") : "0");
+  sound.channels = std::stoi(stream.count("channels") ? stream.at("channels") : "0");
+  const std::string samples = runProcess({"ffmpeg", "-nostdin", "-v", "error", "-i", path, "-map", "0:a:0", "-af",
+                                          "pan=mono|c0=c0", "-f", "f32le", "-"})
+                                  .output;
+  sound.firstChannel.resize(samples.size() / sizeof(float));
+  std::memcpy(sound.firstChannel.data(), samples.data(), sound.firstChannel.size() * sizeof(float));
   return sound;
 }
 

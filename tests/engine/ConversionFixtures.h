@@ -1,6 +1,6 @@
 // What the conversion tests share: media made by the ffmpeg command, records
-// filled the way the conversion job fills them, and outputs read back with
-// FFmpeg's libraries, picture by picture and sample by sample.
+// filled the way the conversion job fills them, and outputs decoded by the
+// ffmpeg command, picture by picture and sample by sample.
 #pragma once
 
 #include <algorithm>
@@ -45,7 +45,7 @@ OutputParam losslessOutput(const std::string& name);
 
 engine::ConversionResult convert(const std::vector<MediaItem>& items, const OutputParam& output);
 
-// Every picture of the first video stream, upright as decoded.
+// Every picture of the first video stream, as stored (not turned upright).
 std::vector<RgbPicture> decodePictures(const std::string& path);
 
 struct Sound {

@@ -13,32 +13,11 @@ constexpr double kOneFrame = 1.0 / 25;
 
 // One second of red, then one of blue, at 25 frames a second, with a tone.
 std::string redThenBlue() {
-  return generatedMedia("red-then-blue.mp4", {"-f",
-                                              "lavfi",
-                                              "-i",
-                                              "color=red:s=320x240:r=25:d=1",
-                                              "-f",
-                                              "lavfi",
-                                              "-i",
-                                              "color=blue:s=320x240:r=25:d=1",
-                                              "-f",
-                                              "lavfi",
-                                              "-i",
-                                              "sine=f=440:r=44100:d=2",
-                                              "-filter_complex",
-                                              "[0][1]concat=n=2,format=yuv420p[v]",
-                                              "-map",
-                                              "[v]",
-                                              "-map",
-                                              "2",
-                                              "-c:v",
-                                              "libx264",
-                                              "-preset",
-                                              "ultrafast",
-                                              "-g",
-                                              "10",
-                                              "-c:a",
-                                              "aac"});
+  return generatedMedia("red-then-blue.mp4", {"-filter_complex",
+                                              "color=red:s=320x240:r=25:d=1[red];color=blue:s=320x240:r=25:d=1[blue];"
+                                              "[red][blue]concat=n=2,format=yuv420p[v];sine=f=440:r=44100:d=2[a]",
+                                              "-map", "[v]", "-map", "[a]", "-c:v", "libx264", "-preset", "ultrafast",
+                                              "-g", "10", "-c:a", "aac"});
 }
 
 // Another size, rate and sound layout: 160 x 120 at 30 frames a second, mono at 48 kHz.

@@ -85,21 +85,29 @@ double RgbPicture::meanBrightness() const {
   return (colour[0] + colour[1] + colour[2]) / 3;
 }
 
-RgbPicture decodePicture(const std::string& path) {
-  // As a binary PPM: "P6 <width> <height> 255" and the pixels, upright as players show them.
-  const ProcessResult result = runProcess(
-      {"ffmpeg", "-nostdin", "-v", "error", "-i", path, "-frames:v", "1", "-f", "image2pipe", "-c:v", "ppm", "-"});
-  std::istringstream stream(result.output);
+std::vector<RgbPicture> ffmpegPictures(const std::vector<std::string>& arguments) {
+  // Each picture as a binary PPM: "P6 <width> <height> 255", one white space, the pixels.
+  std::vector<std::string> command = {"ffmpeg", "-nostdin", "-v", "error"};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  command.insert(command.end(), {"-f", "image2pipe", "-c:v", "ppm", "-"});
+  std::istringstream stream(runProcess(command).output);
+  std::vector<RgbPicture> pictures;
   std::string magic;
   int maximum = 0;
   RgbPicture picture;
-  if (!(stream >> magic >> picture.width >> picture.height >> maximum) || magic != "P6") return {};
-  stream.get();  // the single white space before the pixels
-  picture.rgb.resize(static_cast<size_t>(picture.width) * picture.height * 3);
-  if (!stream.read(reinterpret_cast<char*>(picture.rgb.data()), static_cast<std::streamsize>(picture.rgb.size()))) {
-    return {};
+  while (stream >> magic >> picture.width >> picture.height >> maximum && magic == "P6" && stream.get()) {
+    picture.rgb.resize(static_cast<size_t>(picture.width) * picture.height * 3);
+    if (!stream.read(reinterpret_cast<char*>(picture.rgb.data()), static_cast<std::streamsize>(picture.rgb.size()))) {
+      break;
+    }
+    pictures.push_back(picture);
   }
-  return picture;
+  return pictures;
+}
+
+RgbPicture decodePicture(const std::string& path) {
+  const std::vector<RgbPicture> first = ffmpegPictures({"-i", path, "-frames:v", "1"});
+  return first.empty() ? RgbPicture{} : first.front();
 }
 
 }  // namespace enginetest

@@ -46,7 +46,9 @@ struct RgbPicture {
   std::vector<double> meanColour(int x, int y, int w, int h) const;
   double meanBrightness() const;
 };
-// Decodes a picture file, or the first frame of a video as ffmpeg shows it.
+// The pictures ffmpeg decodes with these options (inputs first).
+std::vector<RgbPicture> ffmpegPictures(const std::vector<std::string>& arguments);
+// Decodes a picture file, or the first frame of a video as ffmpeg shows it, upright.
 RgbPicture decodePicture(const std::string& path);
 
 }  // namespace enginetest

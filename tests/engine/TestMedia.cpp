@@ -60,8 +60,9 @@ QStringList recipe(const std::string& name) {
            kX264},
   };
   // Stored upright, then turned a quarter in the container.
-  if (name == "rotated.mov") return {"-i", testmedia::made("upright.mov", table.at("upright.mov")), "-c", "copy",
-                                     "-metadata:s:v:0", "rotate=90"};
+  if (name == "rotated.mov")
+    return {"-i",       testmedia::made("upright.mov", table.at("upright.mov")), "-c", "copy", "-metadata:s:v:0",
+            "rotate=90"};
   const auto found = table.find(name);
   return found != table.end() ? found->second : QStringList();
 }
