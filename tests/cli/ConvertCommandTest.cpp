@@ -10,8 +10,8 @@
 #include <csignal>
 
 #include "Action/MainFormController.h"
-#include "ProgramRun.h"
 #include "GeneratedMedia.h"
+#include "ProgramRun.h"
 
 namespace {
 
@@ -40,8 +40,9 @@ TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
       << result.standardOutput.toStdString();
   // The summary: the output with its size and length.
   const QString written = output.path(QStringLiteral("clip.mp4"));
-  EXPECT_TRUE(result.standardOutput.contains(QRegularExpression(
-      "\\n  " + QRegularExpression::escape(written) + "  [0-9.]+ [kM]?B  00:00:0[12]\\n1 converted, 0 failed, 0 cancelled.")))
+  EXPECT_TRUE(result.standardOutput.contains(
+      QRegularExpression("\\n  " + QRegularExpression::escape(written) +
+                         "  [0-9.]+ [kM]?B  00:00:0[12]\\n1 converted, 0 failed, 0 cancelled.")))
       << result.standardOutput.toStdString();
   const QMap<QString, QString> picture = testmedia::ffprobe(written, "streams", "v:0");
   EXPECT_EQ(picture["width"], "160");

@@ -4,10 +4,10 @@
 
 #include <QFile>
 
+#include "GeneratedMedia.h"
 #include "LocalHttplibServer.h"
 #include "ProgramRun.h"
 #include "ScriptedHttpServer.h"
-#include "GeneratedMedia.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "ProgramRun.h"
 #include "GeneratedMedia.h"
+#include "ProgramRun.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include <QTest>
 
 #include "CommonClass/GlobalSettings.h"
-#include "RecordingAlertPresenter.h"
 #include "GeneratedMedia.h"
+#include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MainWindow.h"
@@ -78,7 +78,6 @@ class MainWindowTest : public testing::Test {
   UIInfoDB db;
   std::unique_ptr<MainWindow> window;
 };
-
 
 QPushButton* buttonNamed(QWidget* window, const QString& text) {
   for (QPushButton* button : window->findChildren<QPushButton*>()) {
@@ -161,8 +160,7 @@ TEST_F(MainWindowTest, AConversionShowsItsRowsThenReturnsToTheList) {
   EXPECT_EQ(workspace.revealed, QStringList{media.path(QStringLiteral("out"))});
   QAbstractItemModel* rows = window->conversionList()->model();
   for (int row = 0; row < rows->rowCount(); ++row) {
-    EXPECT_TRUE(rows->index(row, 0).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("Finished in")))
-        << row;
+    EXPECT_TRUE(rows->index(row, 0).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("Finished in"))) << row;
   }
   // Where screenshots are asked for, the window is kept as a picture.
   if (const QString folder = qEnvironmentVariable("VC_SCREENSHOT_DIR"); !folder.isEmpty()) {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "TagAccess.h"
 #include "MediaFormats.h"
+#include "TagAccess.h"
 
 namespace {
 

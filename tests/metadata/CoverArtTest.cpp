@@ -6,8 +6,8 @@
 #include <filesystem>
 
 #include "IndependentReaders.h"
-#include "TagAccess.h"
 #include "MediaFormats.h"
+#include "TagAccess.h"
 
 namespace {
 
@@ -16,7 +16,8 @@ using tagtest::TempFolder;
 // The picture's pixels as packed RGB, decoded by ffmpeg.
 std::string rgbPixels(const std::string& picture) {
   const testmedia::ProgramOutput decoded = testmedia::run(
-      "ffmpeg", {"-nostdin", "-v", "error", "-i", QString::fromStdString(picture), "-f", "rawvideo", "-pix_fmt", "rgb24", "-"});
+      "ffmpeg",
+      {"-nostdin", "-v", "error", "-i", QString::fromStdString(picture), "-f", "rawvideo", "-pix_fmt", "rgb24", "-"});
   return decoded.exitCode == 0 ? decoded.output.toStdString() : std::string();
 }
 
@@ -77,8 +78,8 @@ TEST(CoverArt, ThumbnailOnlyForACoverThatCanBeSaved) {
   EXPECT_FALSE(withoutCover.byKey.contains(METADATA_KEY_IMAGE));
   EXPECT_FALSE(std::filesystem::exists(folder.file("thumbnail.bmp")));
 
-  ASSERT_EQ(tagtest::writeTags(media, {{METADATA_KEY_TITLE, "With cover"},
-                                       {METADATA_KEY_IMAGE, folder.picture("cover.png")}}),
+  ASSERT_EQ(tagtest::writeTags(media,
+                               {{METADATA_KEY_TITLE, "With cover"}, {METADATA_KEY_IMAGE, folder.picture("cover.png")}}),
             METADATA_OK);
   tagtest::ReadResult unsavable = tagtest::readTags(media, folder.file("missing/thumbnail.bmp"));
   EXPECT_EQ(unsavable.code, METADATA_OK);

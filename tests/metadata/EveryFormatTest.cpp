@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "IndependentReaders.h"
-#include "TagAccess.h"
 #include "MediaFormats.h"
+#include "TagAccess.h"
 
 namespace {
 

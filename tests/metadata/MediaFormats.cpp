@@ -98,9 +98,9 @@ std::string makeMedia(const MediaFormat& format, const TempFolder& folder) {
   } else if (format.extension == "mpc") {
     writeMusepackFile(path);
   } else {
-    std::filesystem::copy_file(madeWithFfmpeg(format.name + "." + format.extension, format.ffmpegOptions,
-                                              format.hasVideo),
-                               path, std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::copy_file(
+        madeWithFfmpeg(format.name + "." + format.extension, format.ffmpegOptions, format.hasVideo), path,
+        std::filesystem::copy_options::overwrite_existing);
   }
   return path;
 }

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "IndependentReaders.h"
-#include "TagAccess.h"
 #include "MediaFormats.h"
+#include "TagAccess.h"
 
 namespace {
 
@@ -84,7 +84,8 @@ std::string id3v1Block(const std::string& title, const std::string& artist) {
 TEST(Reading, AnId3v1OnlyFileIsReadAndKeptInStep) {
   TempFolder folder;
   const std::string path = folder.file("old.mp3");
-  tagtest::writeFile(path, tagtest::readFile(tagtest::madeWithFfmpeg("old.mp3", {"-c:a", "libmp3lame", "-id3v2_version", "0"}, false)) +
+  tagtest::writeFile(path, tagtest::readFile(tagtest::madeWithFfmpeg(
+                               "old.mp3", {"-c:a", "libmp3lame", "-id3v2_version", "0"}, false)) +
                                id3v1Block("Old", "Band"));
   tagtest::ReadResult read = tagtest::readTags(path);
   EXPECT_EQ(read.byKey[METADATA_KEY_TITLE], "Old");

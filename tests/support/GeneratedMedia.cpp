@@ -37,8 +37,10 @@ QStringList picture(double length, const QString& size, int rate) {
 }
 
 QStringList tone(double length, int frequency, int sampleRate) {
-  return source(
-      QStringLiteral("sine=frequency=%1:sample_rate=%2:duration=%3").arg(frequency).arg(sampleRate).arg(seconds(length)));
+  return source(QStringLiteral("sine=frequency=%1:sample_rate=%2:duration=%3")
+                    .arg(frequency)
+                    .arg(sampleRate)
+                    .arg(seconds(length)));
 }
 
 QString made(const QString& name, const QStringList& arguments) {
@@ -50,10 +52,8 @@ QString made(const QString& name, const QStringList& arguments) {
   QDir().mkpath(folder);
   // Made under a name of this process and renamed, so that a process beside
   // this one never sees half a file.
-  const QString part = QStringLiteral("%1/.part-%2-%3-%4")
-                           .arg(folder)
-                           .arg(QCoreApplication::applicationPid())
-                           .arg(fingerprint, name);
+  const QString part =
+      QStringLiteral("%1/.part-%2-%3-%4").arg(folder).arg(QCoreApplication::applicationPid()).arg(fingerprint, name);
   const QString error = runFfmpeg(arguments + QStringList{part});
   if (error.isEmpty() && (QFile::rename(part, target) || QFileInfo::exists(target))) {
     QFile::remove(part);
@@ -100,9 +100,9 @@ QMap<QString, QString> ffprobe(const QString& path, const QString& section, cons
 double duration(const QString& path) { return ffprobe(path).value(QStringLiteral("duration")).toDouble(); }
 
 int streamCount(const QString& path, const QString& type) {
-  const QByteArray listed =
-      run(QStringLiteral("ffprobe"), {"-v", "error", "-show_entries", "stream=index,codec_type", "-of", "csv=p=0", path})
-          .output;
+  const QByteArray listed = run(QStringLiteral("ffprobe"),
+                                {"-v", "error", "-show_entries", "stream=index,codec_type", "-of", "csv=p=0", path})
+                                .output;
   // A transport stream lists its streams under their program too, hence the set.
   QSet<QByteArray> indexes;
   for (const QByteArray& line : listed.split('\n')) {
@@ -125,10 +125,10 @@ QMap<QString, QString> tags(const QString& path) {
 }
 
 QString coverCodec(const QString& path) {
-  const QByteArray listed = run(QStringLiteral("ffprobe"), {"-v", "error", "-show_entries",
-                                                            "stream=codec_name:stream_disposition=attached_pic", "-of",
-                                                            "csv=p=0", path})
-                                .output;
+  const QByteArray listed =
+      run(QStringLiteral("ffprobe"),
+          {"-v", "error", "-show_entries", "stream=codec_name:stream_disposition=attached_pic", "-of", "csv=p=0", path})
+          .output;
   for (const QByteArray& line : listed.split('\n')) {
     if (line.endsWith(",1")) return QString::fromUtf8(line.chopped(2));
   }

@@ -10,8 +10,8 @@
 
 #include "ASIHTTP/ASIHTTPRequest.h"
 #include "EventLoopWait.h"
-#include "LocalHttplibServer.h"
 #include "GeneratedMedia.h"
+#include "LocalHttplibServer.h"
 
 // Starts `request` and waits until it has ended and told the main thread.
 bool runToEnd(const std::shared_ptr<ASIHTTPRequest>& request);

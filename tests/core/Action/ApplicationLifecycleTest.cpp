@@ -16,8 +16,8 @@
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
 #include "CommonClass/UserDefaults.h"
-#include "RecordingAlertPresenter.h"
 #include "EventLoopWait.h"
+#include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
 
 namespace {

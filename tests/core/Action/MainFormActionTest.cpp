@@ -17,8 +17,8 @@
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "EventLoopWait.h"
-#include "RecordingAlertPresenter.h"
 #include "GeneratedMedia.h"
+#include "RecordingAlertPresenter.h"
 
 namespace {
 

@@ -11,10 +11,10 @@
 #include "Action/MediaFileTypes.h"
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/GlobalSettings.h"
-#include "RecordingAlertPresenter.h"
 #include "EventLoopWait.h"
-#include "TestEnvironment.h"
 #include "GeneratedMedia.h"
+#include "RecordingAlertPresenter.h"
+#include "TestEnvironment.h"
 #include "support/ListItems.h"
 
 namespace {
@@ -52,7 +52,8 @@ class RecordingWorkspace : public Workspace {
 class MainWindowCommands : public testing::Test {
  protected:
   void SetUp() override {
-    for (const char* clip : {"first.mp4", "second.mp4"}) media.clip(QLatin1String(clip), 1, 1, QStringLiteral("160x120"));
+    for (const char* clip : {"first.mp4", "second.mp4"})
+      media.clip(QLatin1String(clip), 1, 1, QStringLiteral("160x120"));
     media.audio(QStringLiteral("song.mp3"), 1);
     media.write(QStringLiteral("broken.mp4"), "not a film");
     media.write(QStringLiteral("notes.avi"), {});

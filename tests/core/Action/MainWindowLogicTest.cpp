@@ -10,8 +10,8 @@
 #include <optional>
 
 #include "Action/ItemNameEditing.h"
-#include "Action/MediaItemSummary.h"
 #include "Action/MainFormController.h"
+#include "Action/MediaItemSummary.h"
 #include "Action/ProfileAction.h"
 #include "Action/SettingFormAction.h"
 #include "Action/UpdateCheck.h"
@@ -76,8 +76,7 @@ TEST_F(MainWindowLogic, EditingANameKeepsOrRefusesAndTellsTheList) {
   EXPECT_EQ(alerts.alerts[0].informativeText, QStringLiteral("Contains invalid character."));
   EXPECT_EQ(changes, 0);
 
-  EXPECT_EQ(ItemNameEditing::endEditing(list, node, QStringLiteral("  after  ")),
-            ItemNameEditing::Outcome::kAccepted);
+  EXPECT_EQ(ItemNameEditing::endEditing(list, node, QStringLiteral("  after  ")), ItemNameEditing::Outcome::kAccepted);
   EXPECT_EQ(node->outputFilename(), QStringLiteral("after"));
   EXPECT_EQ(changes, 1);
 }

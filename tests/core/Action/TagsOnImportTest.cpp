@@ -12,8 +12,8 @@
 #include "Action/MainFormAction.h"
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/GlobalSettings.h"
-#include "RecordingAlertPresenter.h"
 #include "GeneratedMedia.h"
+#include "RecordingAlertPresenter.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 #include <mutex>
 
 #include "ASIHTTP/HttpTestSupport.h"
-#include "ScriptedHttpServer.h"
 #include "CommonClass/NotificationCenter.h"
 #include "Download/DownloadSettings.h"
 #include "Download/GetVideoInfoThread.h"
+#include "ScriptedHttpServer.h"
 #include "parseurl.h"
 
 namespace {

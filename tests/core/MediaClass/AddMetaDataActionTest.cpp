@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "CommonClass/KMVLog.h"
-#include "MediaClass/AddMetaDataAction.h"
 #include "GeneratedMedia.h"
+#include "MediaClass/AddMetaDataAction.h"
 
 namespace {
 

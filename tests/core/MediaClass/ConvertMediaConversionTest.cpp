@@ -12,8 +12,8 @@
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/KMVLog.h"
 #include "EventLoopWait.h"
-#include "MediaClass/ConvertMedia.h"
 #include "GeneratedMedia.h"
+#include "MediaClass/ConvertMedia.h"
 #include "support/ListItems.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "MediaClass/PlayVideo.h"
 #include "GeneratedMedia.h"
+#include "MediaClass/PlayVideo.h"
 
 namespace {
 

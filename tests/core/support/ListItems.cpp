@@ -6,8 +6,8 @@
 #include "Action/ProfileAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
-#include "Profile/KMVProfileCatalog.h"
 #include "EventLoopWait.h"
+#include "Profile/KMVProfileCatalog.h"
 #include "TestEnvironment.h"
 #include "videoconverter.h"
 
