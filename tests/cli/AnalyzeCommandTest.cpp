@@ -14,18 +14,10 @@ namespace {
 class AnalyzeCommand : public testing::Test {
  protected:
   void SetUp() override {
-    httplib.server.Get("/page.html", [](const httplib::Request&, httplib::Response& response) {
-      response.set_content(R"(<title>Two sizes</title><video poster="/t.jpg">
-        <source src="/large.mp4" label="1280x720"><source src="/small.webm" label="640x360"></video>)",
-                           "text/html");
-    });
-    httplib.server.Get("/empty.html", [](const httplib::Request&, httplib::Response& response) {
-      response.set_content("<p>no video</p>", "text/html");
-    });
-    httplib.server.Get(R"(/(large\.mp4|small\.webm))", [](const httplib::Request&, httplib::Response& response) {
-      response.set_content(std::string(3500000, 'v'), "video/mp4");
-    });
-    httplib.start();
+    httplib.serve("/page.html", R"(<title>Two sizes</title><video poster="/t.jpg">
+        <source src="/large.mp4" label="1280x720"><source src="/small.webm" label="640x360"></video>)", "text/html");
+    httplib.serve("/empty.html", "<p>no video</p>", "text/html");
+    httplib.serve(R"(/(large\.mp4|small\.webm))", std::string(3500000, 'v'), "video/mp4");
   }
 
   static ProgramResult analyze(const QStringList& arguments) { return runProgram(QStringList{"analyze"} + arguments); }

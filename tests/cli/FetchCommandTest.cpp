@@ -22,7 +22,6 @@ TEST(FetchCommand, ResumesFromTheDownloadFileAndSavesTheWholeBody) {
     range = QByteArray::fromStdString(request.get_header_value("Range"));
     response.set_content(kContent.toStdString(), "video/mp4");
   });
-  httplib.start();
   testmedia::Folder folder;
   folder.write("clip.mp4.download", kContent.left(8000));
 

@@ -4,14 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include "PageServer.h"
+#include "ParsedEntries.h"
 #include "parseurl.h"
 
 namespace {
 
 class AddressTraps : public testing::Test {
  protected:
-  PageServer pages;
+  LocalHttplibServer pages;
 };
 
 TEST_F(AddressTraps, EveryFormOfAddressIsResolvedAgainstThePage) {
@@ -22,7 +22,7 @@ TEST_F(AddressTraps, EveryFormOfAddressIsResolvedAgainstThePage) {
   };
   const std::vector<Case> cases{
       {"relative", R"(<video src="../media/a.mp4"></video>)", "/dir/media/a.mp4"},
-      {"protocol-relative", R"(<video src="//)" + pages.url("/b.mp4").substr(7) + R"("></video>)", "/b.mp4"},
+      {"protocol-relative", R"(<video src="//)" + pages.address("/b.mp4").substr(7) + R"("></video>)", "/b.mp4"},
       {"base href", R"(<head><base href="/other/"></head><video src="c.mp4"></video>)", "/other/c.mp4"},
       {"entity in an attribute", R"(<video src="e.mp4?x=1&amp;y=2"></video>)", "/dir/sub/e.mp4?x=1&y=2"},
       {"space in the address", R"(<video src="my clip.mp4"></video>)", "/dir/sub/my%20clip.mp4"},
@@ -30,9 +30,9 @@ TEST_F(AddressTraps, EveryFormOfAddressIsResolvedAgainstThePage) {
   };
   for (const Case& trap : cases) {
     pages.serve("/dir/sub/" + trap.name + ".html", trap.html);
-    const ParseOutcome outcome = parse(pages.url("/dir/sub/" + trap.name + ".html"));
+    const ParseOutcome outcome = parse(pages.address("/dir/sub/" + trap.name + ".html"));
     ASSERT_EQ(outcome.result, PARSE_OK) << trap.name;
-    EXPECT_EQ(outcome.urls(), std::vector<std::string>{pages.url(trap.expected)}) << trap.name;
+    EXPECT_EQ(outcome.urls(), std::vector<std::string>{pages.address(trap.expected)}) << trap.name;
   }
 }
 
@@ -44,17 +44,17 @@ TEST_F(AddressTraps, OneAddressFoundByEveryTechniqueIsOneEntryWithWhatEachKnew) 
     </head><body><video src="/clip.mp4" title="Element title"></video><video src="clip.mp4"></video>
     <script>var again = "/clip.mp4";</script></body></html>)");
 
-  const ParseOutcome outcome = parse(pages.url("/page.html"));
+  const ParseOutcome outcome = parse(pages.address("/page.html"));
 
   ASSERT_EQ(outcome.result, PARSE_OK);
   ASSERT_EQ(outcome.entries.size(), 1u);
   const ParsedEntry& entry = outcome.entries.front();
-  EXPECT_EQ(entry.url, pages.url("/clip.mp4"));
+  EXPECT_EQ(entry.url, pages.address("/clip.mp4"));
   EXPECT_EQ(entry.width, 1280);
   EXPECT_EQ(entry.height, 720);
   EXPECT_EQ(entry.length, 120);
   EXPECT_EQ(entry.title, "Element title");
-  EXPECT_EQ(entry.imageUrl, pages.url("/og.jpg"));
+  EXPECT_EQ(entry.imageUrl, pages.address("/og.jpg"));
 }
 
 TEST_F(AddressTraps, PicturesPlayerProgramsAndPagesAreNoVideos) {
@@ -64,11 +64,11 @@ TEST_F(AddressTraps, PicturesPlayerProgramsAndPagesAreNoVideos) {
     <script type="application/ld+json">{"@type": "VideoObject", "contentUrl": "/still.jpg"}</script>
     </head><body><video><source src="/poster.jpg"><source src="/clip.php?id=3"></video></body></html>)");
 
-  const ParseOutcome outcome = parse(pages.url("/page.html"));
+  const ParseOutcome outcome = parse(pages.address("/page.html"));
 
   // Only the address a <source> plays without saying what it is.
   ASSERT_EQ(outcome.result, PARSE_OK);
-  EXPECT_EQ(outcome.urls(), std::vector<std::string>{pages.url("/clip.php?id=3")});
+  EXPECT_EQ(outcome.urls(), std::vector<std::string>{pages.address("/clip.php?id=3")});
 }
 
 TEST_F(AddressTraps, ARedirectAndAMetaRefreshAreFollowedAndLinksResolveFromWhereTheyLed) {
@@ -78,8 +78,8 @@ TEST_F(AddressTraps, ARedirectAndAMetaRefreshAreFollowedAndLinksResolveFromWhere
               R"(<html><head><meta http-equiv="Refresh" content="0; URL='/after/refresh.html'"></head></html>)");
   pages.serve("/after/refresh.html", R"(<video src="clip.webm"></video>)");
 
-  EXPECT_EQ(parse(pages.url("/moved")).urls(), std::vector<std::string>{pages.url("/new/clip.mp4")});
-  EXPECT_EQ(parse(pages.url("/refresh.html")).urls(), std::vector<std::string>{pages.url("/after/clip.webm")});
+  EXPECT_EQ(parse(pages.address("/moved")).urls(), std::vector<std::string>{pages.address("/new/clip.mp4")});
+  EXPECT_EQ(parse(pages.address("/refresh.html")).urls(), std::vector<std::string>{pages.address("/after/clip.webm")});
 }
 
 TEST_F(AddressTraps, PagesInOtherCharsetsReachTheTitlesAsUtf8) {
@@ -92,11 +92,11 @@ TEST_F(AddressTraps, PagesInOtherCharsetsReachTheTitlesAsUtf8) {
   pages.serve("/utf8.html", "<title>Caf\xC3\xA9</title><video src=a.mp4></video>", "text/html; charset=utf-8");
 
   for (const char* path : {"/header.html", "/meta.html", "/undeclared.html"}) {
-    const ParseOutcome outcome = parse(pages.url(path));
+    const ParseOutcome outcome = parse(pages.address(path));
     ASSERT_EQ(outcome.entries.size(), 1u) << path;
     EXPECT_EQ(outcome.entries[0].title, "Caf\xC3\xA9 \xE2\x80\x9Cquoted\xE2\x80\x9D") << path;
   }
-  EXPECT_EQ(parse(pages.url("/utf8.html")).entries.at(0).title, "Caf\xC3\xA9");
+  EXPECT_EQ(parse(pages.address("/utf8.html")).entries.at(0).title, "Caf\xC3\xA9");
 }
 
 TEST_F(AddressTraps, TheTitleFallsBackFromTheVideosOwnToOgTitleToTheTitleToTheAddress) {
@@ -116,7 +116,7 @@ TEST_F(AddressTraps, TheTitleFallsBackFromTheVideosOwnToOgTitleToTheTitleToTheAd
   };
   for (const Case& page : cases) {
     pages.serve(page.path == "/watch/my%20clip" ? "/watch/my clip" : page.path, page.html);
-    const ParseOutcome outcome = parse(pages.url(page.path));
+    const ParseOutcome outcome = parse(pages.address(page.path));
     ASSERT_EQ(outcome.entries.size(), 1u) << page.path;
     EXPECT_EQ(outcome.entries[0].title, page.title) << page.path;
   }
@@ -127,7 +127,7 @@ TEST_F(AddressTraps, APageWithoutVideosAndAnEmptyPageFindNothing) {
   pages.serve("/plain.html", "<html><head><title>Nothing</title></head><body><a href=/about>About</a></body></html>");
 
   for (const char* path : {"/empty.html", "/plain.html"}) {
-    const ParseOutcome outcome = parse(pages.url(path));
+    const ParseOutcome outcome = parse(pages.address(path));
     EXPECT_EQ(outcome.result, PARSE_ERROR_NO_VIDEO) << path;
     EXPECT_TRUE(outcome.entries.empty()) << path;
   }

@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "PageServer.h"
+#include "ParsedEntries.h"
 #include "parseurl.h"
 
 namespace {
@@ -37,7 +37,7 @@ int closedPort() {
 
 class BadInput : public testing::Test {
  protected:
-  PageServer pages;
+  LocalHttplibServer pages;
 };
 
 TEST_F(BadInput, EachFailureHasItsResultAndLeavesTheListEmpty) {
@@ -45,10 +45,7 @@ TEST_F(BadInput, EachFailureHasItsResultAndLeavesTheListEmpty) {
   for (size_t i = 0; i < binary.size(); ++i) binary[i] = static_cast<char>((i * 131) % 251);
   pages.serve("/binary.bin", binary, "application/octet-stream");
   pages.serve("/large.html", "<html>" + std::string(100000, 'x') + "<video src=a.mp4></video></html>");
-  pages.server.Get("/missing.html", [](const httplib::Request&, httplib::Response& response) {
-    response.status = 404;
-    response.set_content("<video src=a.mp4></video>", "text/html");
-  });
+  pages.serve("/missing.html", "<video src=a.mp4></video>", "text/html", 404);
   pages.hang("/silent.html");
   const ScopedLimits limits(2, 64 * 1024);
 
@@ -57,10 +54,10 @@ TEST_F(BadInput, EachFailureHasItsResultAndLeavesTheListEmpty) {
     int result;
   };
   const std::vector<Case> cases{
-      {pages.url("/missing.html"), PARSE_ERROR_HTTP_STATUS},
-      {pages.url("/large.html"), PARSE_ERROR_TOO_LARGE},
-      {pages.url("/binary.bin"), PARSE_ERROR_NOT_A_PAGE},
-      {pages.url("/silent.html"), PARSE_ERROR_TIMEOUT},
+      {pages.address("/missing.html"), PARSE_ERROR_HTTP_STATUS},
+      {pages.address("/large.html"), PARSE_ERROR_TOO_LARGE},
+      {pages.address("/binary.bin"), PARSE_ERROR_NOT_A_PAGE},
+      {pages.address("/silent.html"), PARSE_ERROR_TIMEOUT},
       {"http://127.0.0.1:" + std::to_string(closedPort()) + "/page.html", PARSE_ERROR_CONNECTION},
       {"ftp://127.0.0.1/page.html", PARSE_ERROR_ADDRESS},
       {"javascript:alert(1)", PARSE_ERROR_ADDRESS},
@@ -73,26 +70,26 @@ TEST_F(BadInput, EachFailureHasItsResultAndLeavesTheListEmpty) {
     EXPECT_EQ(list, nullptr) << bad.address;
     EXPECT_STRNE(GetParseErrorText(bad.result), GetParseErrorText(-1)) << bad.address;
   }
-  EXPECT_EQ(StartParse(pages.url("/large.html").c_str(), 0, nullptr), PARSE_ERROR_ARGUMENT);
+  EXPECT_EQ(StartParse(pages.address("/large.html").c_str(), 0, nullptr), PARSE_ERROR_ARGUMENT);
 }
 
 TEST_F(BadInput, AnAddressWithoutSchemeIsReadAsHttp) {
   pages.serve("/page.html", "<video src=a.mp4></video>");
-  const std::string address = pages.url("/page.html").substr(std::strlen("http://"));
-  EXPECT_EQ(parse(address).urls(), std::vector<std::string>{pages.url("/a.mp4")});
+  const std::string address = pages.address("/page.html").substr(std::strlen("http://"));
+  EXPECT_EQ(parse(address).urls(), std::vector<std::string>{pages.address("/a.mp4")});
 }
 
 TEST_F(BadInput, TheStringsOfAResultLiveUntilTheNextAnalysis) {
   pages.serve("/page.html", "<title>Kept</title><video src=a.mp4></video>");
   ParsedVideoEntry* list = nullptr;
-  ASSERT_EQ(StartParse(pages.url("/page.html").c_str(), 0, &list), PARSE_OK);
+  ASSERT_EQ(StartParse(pages.address("/page.html").c_str(), 0, &list), PARSE_OK);
   const char* title = list->title;
   const char* url = list->url;
   std::free(list);
   // The caller frees the records only; the strings are still the library's.
   EXPECT_STREQ(title, "Kept");
-  EXPECT_EQ(url, pages.url("/a.mp4"));
-  EXPECT_EQ(parse(pages.url("/page.html")).entries.size(), 1u);
+  EXPECT_EQ(url, pages.address("/a.mp4"));
+  EXPECT_EQ(parse(pages.address("/page.html")).entries.size(), 1u);
 }
 
 }  // namespace

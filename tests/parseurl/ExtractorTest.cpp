@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "PageServer.h"
+#include "ParsedEntries.h"
 #include "parseurl.h"
 
 namespace {
@@ -60,7 +60,7 @@ class Extractor : public testing::Test {
     return std::string(std::istreambuf_iterator<char>(file), {});
   }
 
-  PageServer pages;
+  LocalHttplibServer pages;
   std::filesystem::path folder;
   std::string savedPath;
 };
@@ -87,10 +87,10 @@ TEST_F(Extractor, AnOtherPageAsksOnlyWhenItGaveNothing) {
   pages.serve("/with-video.html", "<video src=own.mp4></video>");
   pages.serve("/without.html", "<p>nothing here</p>");
 
-  EXPECT_EQ(parse(pages.url("/with-video.html")).urls(), std::vector<std::string>{pages.url("/own.mp4")});
+  EXPECT_EQ(parse(pages.address("/with-video.html")).urls(), std::vector<std::string>{pages.address("/own.mp4")});
   EXPECT_FALSE(wasAsked());
 
-  const ParseOutcome outcome = parse(pages.url("/without.html"));
+  const ParseOutcome outcome = parse(pages.address("/without.html"));
   EXPECT_TRUE(wasAsked());
   EXPECT_EQ(outcome.result, PARSE_OK);
   EXPECT_EQ(outcome.entries.size(), 2u);
@@ -100,17 +100,17 @@ TEST_F(Extractor, AMissingFailingOrHangingExtractorLeavesTheLibrarysOwnResult) {
   pages.serve("/without.html", "<p>nothing here</p>");
   SetParseLimits(1, 0);
 
-  EXPECT_EQ(parse(pages.url("/without.html")).result, PARSE_ERROR_NO_VIDEO);
+  EXPECT_EQ(parse(pages.address("/without.html")).result, PARSE_ERROR_NO_VIDEO);
 
   installStandIn("echo '{\"formats\": [{\"url\": \"https://x.example.test/a.mp4\"}]}'; exit 1");
-  EXPECT_EQ(parse(pages.url("/without.html")).result, PARSE_ERROR_NO_VIDEO);
+  EXPECT_EQ(parse(pages.address("/without.html")).result, PARSE_ERROR_NO_VIDEO);
   EXPECT_TRUE(wasAsked());
 
   installStandIn("echo 'not json'");
-  EXPECT_EQ(parse(pages.url("/without.html")).result, PARSE_ERROR_NO_VIDEO);
+  EXPECT_EQ(parse(pages.address("/without.html")).result, PARSE_ERROR_NO_VIDEO);
 
   installStandIn("exec /bin/sleep 600");
-  EXPECT_EQ(parse(pages.url("/without.html")).result, PARSE_ERROR_NO_VIDEO);
+  EXPECT_EQ(parse(pages.address("/without.html")).result, PARSE_ERROR_NO_VIDEO);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "PageServer.h"
+#include "ParsedEntries.h"
 #include "parseurl.h"
 
 namespace {
@@ -55,37 +55,37 @@ class Manifests : public testing::Test {
   void expectHlsVariants(const ParseOutcome& outcome, const std::string& title, const std::string& picture) {
     ASSERT_EQ(outcome.result, PARSE_OK);
     EXPECT_EQ(outcome.urls(),
-              (std::vector<std::string>{pages.url("/hls/hi/index.m3u8"), "http://cdn.example.test/lo/index.m3u8"}));
-    expectEntry(outcome, {1280, 720, pages.url("/hls/hi/index.m3u8"), "mp4", 34, 8625000, title, picture});
+              (std::vector<std::string>{pages.address("/hls/hi/index.m3u8"), "http://cdn.example.test/lo/index.m3u8"}));
+    expectEntry(outcome, {1280, 720, pages.address("/hls/hi/index.m3u8"), "mp4", 34, 8625000, title, picture});
     expectEntry(outcome, {640, 360, "http://cdn.example.test/lo/index.m3u8", "mp4", 34, 3450000, title, picture});
   }
 
-  PageServer pages;
+  LocalHttplibServer pages;
 };
 
 TEST_F(Manifests, AnHlsMasterOnAPageBecomesOneEntryPerVariant) {
   pages.serve("/page.html", R"(<title>Streamed</title><video src="/hls/master.m3u8" poster="/p.jpg"></video>)");
-  expectHlsVariants(parse(pages.url("/page.html")), "Streamed", pages.url("/p.jpg"));
+  expectHlsVariants(parse(pages.address("/page.html")), "Streamed", pages.address("/p.jpg"));
 }
 
 TEST_F(Manifests, AnHlsMasterAsTheAddressItselfByItsTypeOrItsFirstBytes) {
-  expectHlsVariants(parse(pages.url("/hls/master.m3u8")), "master.m3u8", "");
+  expectHlsVariants(parse(pages.address("/hls/master.m3u8")), "master.m3u8", "");
   pages.serve("/hls/master", kMaster, "text/plain");
-  expectHlsVariants(parse(pages.url("/hls/master")), "master", "");
+  expectHlsVariants(parse(pages.address("/hls/master")), "master", "");
 }
 
 TEST_F(Manifests, ADashManifestBecomesOneEntryPerVideoRepresentation) {
   pages.serve("/page.html", R"(<script>var stream = "/dash/manifest.mpd";</script>)");
   // On a page and as the address itself; the title is the address's last part either way.
   for (const auto& [path, title] : {std::pair{"/page.html", "page.html"}, {"/dash/manifest.mpd", "manifest.mpd"}}) {
-    const ParseOutcome outcome = parse(pages.url(path));
+    const ParseOutcome outcome = parse(pages.address(path));
     ASSERT_EQ(outcome.result, PARSE_OK) << path;
     EXPECT_EQ(outcome.entries.size(), 2u) << path << " " << testing::PrintToString(outcome.urls());
     // 4 and 1 Mbit/s for 60.5 seconds; the second's frame is its own.
     expectEntry(outcome,
-                {1920, 1080, pages.url("/dash/manifest.mpd#representation=v1080"), "mp4", 60, 30250000, title, ""});
+                {1920, 1080, pages.address("/dash/manifest.mpd#representation=v1080"), "mp4", 60, 30250000, title, ""});
     expectEntry(outcome,
-                {854, 480, pages.url("/dash/manifest.mpd#representation=v480"), "mp4", 60, 7562500, title, ""});
+                {854, 480, pages.address("/dash/manifest.mpd#representation=v480"), "mp4", 60, 7562500, title, ""});
   }
 }
 
@@ -96,10 +96,10 @@ TEST_F(Manifests, ALivePlaylistHasNoLengthAndABrokenOneIsDropped) {
               R"(<video src="/live.m3u8"></video><video src="/broken.m3u8"></video><video src="/missing.mpd"></video>
                  <video src="/clip.mp4"></video>)");
 
-  const ParseOutcome outcome = parse(pages.url("/page.html"));
+  const ParseOutcome outcome = parse(pages.address("/page.html"));
 
   ASSERT_EQ(outcome.result, PARSE_OK);
-  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.url("/live.m3u8"), pages.url("/clip.mp4")}));
+  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.address("/live.m3u8"), pages.address("/clip.mp4")}));
   EXPECT_EQ(outcome.entries[0].extension, "mp4");
   EXPECT_EQ(outcome.entries[0].length, 0);
 }

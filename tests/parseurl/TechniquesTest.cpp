@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "PageServer.h"
+#include "ParsedEntries.h"
 #include "parseurl.h"
 
 namespace {
@@ -13,10 +13,10 @@ class Techniques : public testing::Test {
   // Serves `html` at /page.html and analyses it.
   ParseOutcome analyse(const std::string& html) {
     pages.serve("/page.html", html);
-    return parse(pages.url("/page.html"));
+    return parse(pages.address("/page.html"));
   }
 
-  PageServer pages;
+  LocalHttplibServer pages;
 };
 
 TEST_F(Techniques, MediaElementsWithTheirSourcesAndInsideDataHtml) {
@@ -32,16 +32,16 @@ TEST_F(Techniques, MediaElementsWithTheirSourcesAndInsideDataHtml) {
     </body></html>)");
 
   ASSERT_EQ(outcome.result, PARSE_OK);
-  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.url("/media/clip-720.mp4"),
-                                                      pages.url("/media/clip-480.webm"), pages.url("/media/sound.mp3"),
-                                                      pages.url("/media/uhd"), pages.url("/media/inside.flv")}));
-  const std::string poster = pages.url("/img/poster.jpg");
-  expectEntry(outcome, {1280, 720, pages.url("/media/clip-720.mp4"), "mp4", 0, 0, "Clip in a video element", poster});
-  expectEntry(outcome, {854, 480, pages.url("/media/clip-480.webm"), "webm", 0, 0, "Clip in a video element", poster});
-  expectEntry(outcome, {0, 0, pages.url("/media/sound.mp3"), "mp3", 0, 0, "Element page", ""});
+  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.address("/media/clip-720.mp4"),
+                                                      pages.address("/media/clip-480.webm"), pages.address("/media/sound.mp3"),
+                                                      pages.address("/media/uhd"), pages.address("/media/inside.flv")}));
+  const std::string poster = pages.address("/img/poster.jpg");
+  expectEntry(outcome, {1280, 720, pages.address("/media/clip-720.mp4"), "mp4", 0, 0, "Clip in a video element", poster});
+  expectEntry(outcome, {854, 480, pages.address("/media/clip-480.webm"), "webm", 0, 0, "Clip in a video element", poster});
+  expectEntry(outcome, {0, 0, pages.address("/media/sound.mp3"), "mp3", 0, 0, "Element page", ""});
   // A title that is a quality label gives the frame, not the name; the type gives the extension.
-  expectEntry(outcome, {3840, 2160, pages.url("/media/uhd"), "mp4", 0, 0, "Element page", ""});
-  expectEntry(outcome, {320, 240, pages.url("/media/inside.flv"), "flv", 0, 0, "Element page", ""});
+  expectEntry(outcome, {3840, 2160, pages.address("/media/uhd"), "mp4", 0, 0, "Element page", ""});
+  expectEntry(outcome, {320, 240, pages.address("/media/inside.flv"), "flv", 0, 0, "Element page", ""});
 }
 
 TEST_F(Techniques, JsonLdVideoObjectsAtTheTopInGraphsAndUnderOtherObjects) {
@@ -61,11 +61,11 @@ TEST_F(Techniques, JsonLdVideoObjectsAtTheTopInGraphsAndUnderOtherObjects) {
 
   ASSERT_EQ(outcome.result, PARSE_OK);
   ASSERT_EQ(outcome.entries.size(), 3u);
-  expectEntry(outcome, {1920, 1080, pages.url("/v/ld.mp4?a=1&b=2"), "mp4", 3723, 12500000, "Tom & Jerry",
-                        pages.url("/t/first.jpg")});
+  expectEntry(outcome, {1920, 1080, pages.address("/v/ld.mp4?a=1&b=2"), "mp4", 3723, 12500000, "Tom & Jerry",
+                        pages.address("/t/first.jpg")});
   expectEntry(outcome,
               {640, 360, "https://cdn.example.test/b.webm", "webm", 0, 0, "B", "http://img.example.test/b.jpg"});
-  expectEntry(outcome, {0, 0, pages.url("/c.flv"), "flv", 45, 2048, "Page title", pages.url("/c.jpg")});
+  expectEntry(outcome, {0, 0, pages.address("/c.flv"), "flv", 45, 2048, "Page title", pages.address("/c.jpg")});
 }
 
 TEST_F(Techniques, OpenGraphInAnyAttributeOrderAndTheTwitterStream) {
@@ -85,10 +85,10 @@ TEST_F(Techniques, OpenGraphInAnyAttributeOrderAndTheTwitterStream) {
   // The structure's secure address, the stream, and the plain address the sweep still finds; no player program.
   ASSERT_EQ(outcome.result, PARSE_OK);
   EXPECT_EQ(outcome.urls(), (std::vector<std::string>{"https://secure.example.test/og/clip.mp4",
-                                                      pages.url("/tw/stream.webm"), pages.url("/og/clip.mp4")}));
-  const std::string picture = pages.url("/og/picture.jpg");
+                                                      pages.address("/tw/stream.webm"), pages.address("/og/clip.mp4")}));
+  const std::string picture = pages.address("/og/picture.jpg");
   expectEntry(outcome, {1280, 720, "https://secure.example.test/og/clip.mp4", "mp4", 0, 0, "Open Graph clip", picture});
-  expectEntry(outcome, {0, 0, pages.url("/tw/stream.webm"), "webm", 0, 0, "Open Graph clip", picture});
+  expectEntry(outcome, {0, 0, pages.address("/tw/stream.webm"), "webm", 0, 0, "Open Graph clip", picture});
 }
 
 TEST_F(Techniques, PlayerSetUpsLoadsAndSourceLists) {
@@ -108,13 +108,13 @@ TEST_F(Techniques, PlayerSetUpsLoadsAndSourceLists) {
     </script></body></html>)");
 
   ASSERT_EQ(outcome.result, PARSE_OK);
-  const std::string setupImage = pages.url("/p/setup.jpg");
-  expectEntry(outcome, {1920, 1080, pages.url("/p/setup-hd"), "mp4", 95, 0, "Set-up clip", setupImage});
-  expectEntry(outcome, {640, 360, pages.url("/p/setup-360.mp4"), "mp4", 95, 0, "Set-up clip", setupImage});
+  const std::string setupImage = pages.address("/p/setup.jpg");
+  expectEntry(outcome, {1920, 1080, pages.address("/p/setup-hd"), "mp4", 95, 0, "Set-up clip", setupImage});
+  expectEntry(outcome, {640, 360, pages.address("/p/setup-360.mp4"), "mp4", 95, 0, "Set-up clip", setupImage});
   expectEntry(outcome,
-              {800, 450, pages.url("/p/load.webm"), "webm", 61, 0, "Loaded & ready", pages.url("/p/load.jpg")});
-  expectEntry(outcome, {1280, 720, pages.url("/p/src-720.mp4"), "mp4", 0, 0, "Player page", ""});
-  expectEntry(outcome, {0, 0, pages.url("/p/plain.flv"), "flv", 0, 0, "Player page", ""});
+              {800, 450, pages.address("/p/load.webm"), "webm", 61, 0, "Loaded & ready", pages.address("/p/load.jpg")});
+  expectEntry(outcome, {1280, 720, pages.address("/p/src-720.mp4"), "mp4", 0, 0, "Player page", ""});
+  expectEntry(outcome, {0, 0, pages.address("/p/plain.flv"), "flv", 0, 0, "Player page", ""});
 }
 
 TEST_F(Techniques, TheFinalSweepFindsAddressesInScriptsAndText) {
@@ -128,10 +128,10 @@ TEST_F(Techniques, TheFinalSweepFindsAddressesInScriptsAndText) {
 
   ASSERT_EQ(outcome.result, PARSE_OK);
   EXPECT_EQ(outcome.urls(), (std::vector<std::string>{
-                                "https://cdn.example.test/sweep/hd.mp4", pages.url("/sweep/sd.webm?token=a&b=1"),
+                                "https://cdn.example.test/sweep/hd.mp4", pages.address("/sweep/sd.webm?token=a&b=1"),
                                 "http://cdn.example.test/sweep/old.flv", "http://cdn.example.test/sweep/plain.mp4"}));
-  expectEntry(outcome, {0, 0, pages.url("/sweep/sd.webm?token=a&b=1"), "webm", 0, 0, "Sweep page",
-                        pages.url("/sweep/picture.jpg")});
+  expectEntry(outcome, {0, 0, pages.address("/sweep/sd.webm?token=a&b=1"), "webm", 0, 0, "Sweep page",
+                        pages.address("/sweep/picture.jpg")});
 }
 
 TEST_F(Techniques, TheAddressItselfIsAMediaFileByItsTypeOrItsFirstBytes) {
@@ -151,10 +151,10 @@ TEST_F(Techniques, TheAddressItselfIsAMediaFileByItsTypeOrItsFirstBytes) {
   };
   for (const Case& media : cases) {
     pages.serve(media.path, media.body, media.contentType);
-    const ParseOutcome outcome = parse(pages.url(media.path));
+    const ParseOutcome outcome = parse(pages.address(media.path));
     ASSERT_EQ(outcome.result, PARSE_OK) << media.path;
     ASSERT_EQ(outcome.entries.size(), 1u) << media.path;
-    expectEntry(outcome, {0, 0, pages.url(media.path), media.extension, 0, static_cast<int64_t>(media.body.size()),
+    expectEntry(outcome, {0, 0, pages.address(media.path), media.extension, 0, static_cast<int64_t>(media.body.size()),
                           media.title, ""});
   }
 }

@@ -2,12 +2,11 @@
 
 #include <stdexcept>
 
-LocalHttplibServer::~LocalHttplibServer() {
-  server.stop();
-  if (thread_.joinable()) thread_.join();
-}
-
-void LocalHttplibServer::start() {
+LocalHttplibServer::LocalHttplibServer() {
+  server.set_logger([this](const httplib::Request& request, const httplib::Response&) {
+    std::lock_guard lock(mutex_);
+    requested_.push_back(request.path);
+  });
   port_ = server.bind_to_any_port("127.0.0.1");
   if (port_ <= 0) throw std::runtime_error("cpp-httplib cannot listen on 127.0.0.1");
   thread_ = std::thread([this] { server.listen_after_bind(); });
@@ -15,8 +14,49 @@ void LocalHttplibServer::start() {
   while (!server.is_running()) std::this_thread::yield();
 }
 
+LocalHttplibServer::~LocalHttplibServer() {
+  {
+    std::lock_guard lock(mutex_);
+    stopping_ = true;
+  }
+  stopped_.notify_all();
+  server.stop();
+  thread_.join();
+}
+
+void LocalHttplibServer::serve(const std::string& path, const std::string& body, const std::string& contentType,
+                               int status) {
+  server.Get(path, [body, contentType, status](const httplib::Request&, httplib::Response& response) {
+    response.status = status;
+    response.set_content(body, contentType);
+  });
+}
+
+void LocalHttplibServer::redirect(const std::string& path, const std::string& location, int status) {
+  server.Get(path, [location, status](const httplib::Request&, httplib::Response& response) {
+    response.status = status;
+    response.set_header("Location", location);
+  });
+}
+
+void LocalHttplibServer::hang(const std::string& path) {
+  server.Get(path, [this](const httplib::Request&, httplib::Response&) {
+    std::unique_lock lock(mutex_);
+    stopped_.wait(lock, [this] { return stopping_; });
+  });
+}
+
 QUrl LocalHttplibServer::url(const QString& path) const {
   return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(port_).arg(path));
+}
+
+std::string LocalHttplibServer::address(const std::string& path) const {
+  return "http://127.0.0.1:" + std::to_string(port_) + path;
+}
+
+std::vector<std::string> LocalHttplibServer::requestedPaths() const {
+  std::lock_guard lock(mutex_);
+  return requested_;
 }
 
 QByteArray patternBytes(qsizetype size) {

@@ -1,4 +1,6 @@
-// A cpp-httplib server on 127.0.0.1 for the length of a test.
+// A cpp-httplib server on 127.0.0.1 for the length of a test: it listens
+// from its construction, and its handlers may be added afterwards, before the
+// requests they answer are made.
 #pragma once
 
 #include <QByteArray>
@@ -7,20 +9,41 @@
 
 #include <httplib.h>
 
+#include <condition_variable>
+#include <mutex>
+#include <string>
 #include <thread>
+#include <vector>
 
 class LocalHttplibServer {
  public:
+  LocalHttplibServer();
   ~LocalHttplibServer();
-  // Listens; add the handlers to `server` first.
-  void start();
+  LocalHttplibServer(const LocalHttplibServer&) = delete;
+  LocalHttplibServer& operator=(const LocalHttplibServer&) = delete;
+
+  // Answers `path` (a cpp-httplib pattern) with `body`.
+  void serve(const std::string& path, const std::string& body, const std::string& contentType = "text/html",
+             int status = 200);
+  // Answers `path` with a redirect to `location`.
+  void redirect(const std::string& path, const std::string& location, int status = 301);
+  // Accepts requests for `path` and never answers them.
+  void hang(const std::string& path);
+
   QUrl url(const QString& path) const;
+  std::string address(const std::string& path) const;
+  // The paths of the requests answered, in order.
+  std::vector<std::string> requestedPaths() const;
 
   httplib::Server server;
 
  private:
   int port_ = 0;
   std::thread thread_;
+  mutable std::mutex mutex_;
+  std::condition_variable stopped_;
+  bool stopping_ = false;
+  std::vector<std::string> requested_;
 };
 
 // Bytes to serve that differ from position to position, so that a misplaced

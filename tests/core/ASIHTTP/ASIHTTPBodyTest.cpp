@@ -31,7 +31,6 @@ class CompressingServer : public testing::Test {
       acceptEncoding = QByteArray::fromStdString(request.get_header_value("Accept-Encoding"));
       response.set_content(kText.toStdString(), "text/plain");
     });
-    httplib.start();
   }
 
   LocalHttplibServer httplib;

@@ -25,7 +25,6 @@ class RangeServingDownload : public testing::Test {
       rangeHeaders.append(QByteArray::fromStdString(request.get_header_value("Range")));
       response.set_content(kContent.toStdString(), "application/octet-stream");
     });
-    httplib.start();
   }
 
   std::shared_ptr<ASIHTTPRequest> download(const QUrl& url, bool allowResume) {

@@ -25,7 +25,6 @@ class HoldingServer {
       --inFlight_;
       response.set_content("let go", "text/plain");
     });
-    httplib.start();
   }
   ~HoldingServer() {
     {

@@ -46,11 +46,7 @@ class RedirectingServer : public testing::Test {
       response.status = 302;
       response.set_header("Location", std::to_string(left - 1));
     });
-    httplib.server.Get("/to-a-local-file", [](const httplib::Request&, httplib::Response& response) {
-      response.status = 302;
-      response.set_header("Location", "file:///etc/hostname");
-    });
-    httplib.start();
+    httplib.redirect("/to-a-local-file", "file:///etc/hostname", 302);
   }
 
   std::shared_ptr<ASIHTTPRequest> postWithHeaders(const QString& path) {

@@ -218,14 +218,9 @@ TEST(UpdateFeed, PicksTheNewestReleaseByVersionNumber) {
 }
 
 // A feed served on 127.0.0.1 for the length of a test.
-class FeedServer : public LocalHttplibServer {
- public:
-  FeedServer(int status, QByteArray body) {
-    server.Get("/appcast.xml", [status, body](const httplib::Request&, httplib::Response& response) {
-      response.status = status;
-      response.set_content(body.toStdString(), "application/rss+xml");
-    });
-    start();
+struct FeedServer : LocalHttplibServer {
+  FeedServer(int status, const QByteArray& body) {
+    serve("/appcast.xml", body.toStdString(), "application/rss+xml", status);
   }
   QUrl feed() const { return url(QStringLiteral("/appcast.xml")); }
 };

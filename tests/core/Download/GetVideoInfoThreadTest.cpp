@@ -52,13 +52,10 @@ TEST_F(Analysis, TheFilesAreProbedSortedAndTheChosenOneFillsTheTask) {
   LocalHttplibServer httplib;
   std::mutex mutex;
   QStringList probeAgents;
-  httplib.server.Get("/page.html", [](const httplib::Request&, httplib::Response& response) {
-    response.set_content(R"(<html><head><title>A/B &amp;amp; C</title><meta property="og:image" content="/thumb.png">
+  httplib.serve("/page.html", R"(<html><head><title>A/B &amp;amp; C</title><meta property="og:image" content="/thumb.png">
       <script type="application/ld+json">{"@type": "VideoObject", "contentUrl": "/hd.mp4", "duration": "PT1M35S"}</script>
       </head><body><video><source src="/sd.webm" label="360p"><source src="/hd.flv" label="720p">
-      <source src="/hd.mp4" label="1280x720"></video></body></html>)",
-                         "text/html");
-  });
+      <source src="/hd.mp4" label="1280x720"></video></body></html>)", "text/html");
   const auto media = [&](const std::string& path, size_t size) {
     httplib.server.Get(path, [&, size](const httplib::Request& request, httplib::Response& response) {
       std::lock_guard lock(mutex);
@@ -69,10 +66,7 @@ TEST_F(Analysis, TheFilesAreProbedSortedAndTheChosenOneFillsTheTask) {
   media("/hd.mp4", 2500000);
   media("/sd.webm", 3000);
   httplib.server.Get("/hd.flv", [](const httplib::Request&, httplib::Response& response) { response.status = 404; });
-  httplib.server.Get("/thumb.png", [](const httplib::Request&, httplib::Response& response) {
-    response.set_content("picture bytes", "image/png");
-  });
-  httplib.start();
+  httplib.serve("/thumb.png", "picture bytes", "image/png");
   GetVideoInfoThread worker;
   const std::shared_ptr<VideoInfoObject> task = taskFor(httplib.url("/page.html"));
 
@@ -148,10 +142,7 @@ TEST_F(Analysis, AFailedAnalysisIsTriedOnceMore) {
     ++brokenRequests;
     response.status = 500;
   });
-  httplib.server.Get("/clip.mp4", [](const httplib::Request&, httplib::Response& response) {
-    response.set_content("clip", "video/mp4");
-  });
-  httplib.start();
+  httplib.serve("/clip.mp4", "clip", "video/mp4");
   GetVideoInfoThread worker;
 
   const std::shared_ptr<VideoInfoObject> flaky = taskFor(httplib.url("/flaky.html"));
@@ -168,14 +159,8 @@ TEST_F(Analysis, AFailedAnalysisIsTriedOnceMore) {
 
 TEST_F(Analysis, ARestoredIndexEqualToTheCountChoosesNothingAndALargerOneIsReplaced) {
   LocalHttplibServer httplib;
-  httplib.server.Get("/page.html", [](const httplib::Request&, httplib::Response& response) {
-    response.set_content(R"(<video><source src="/a.mp4" label="720p"><source src="/b.mp4" label="360p"></video>)",
-                         "text/html");
-  });
-  httplib.server.Get(R"(/\w\.mp4)", [](const httplib::Request&, httplib::Response& response) {
-    response.set_content("clip", "video/mp4");
-  });
-  httplib.start();
+  httplib.serve("/page.html", R"(<video><source src="/a.mp4" label="720p"><source src="/b.mp4" label="360p"></video>)", "text/html");
+  httplib.serve(R"(/\w\.mp4)", "clip", "video/mp4");
   GetVideoInfoThread worker;
 
   const std::shared_ptr<VideoInfoObject> restored = taskFor(httplib.url("/page.html"));
@@ -209,18 +194,13 @@ class HeldServer : public Analysis {
       }
     };
     httplib.server.Get(R"(/held/.*)", held);
-    httplib.server.Get("/two.html", [](const httplib::Request&, httplib::Response& response) {
-      response.set_content("<video src=/held/first.mp4></video><video src=/second.mp4></video>", "text/html");
-    });
-    httplib.server.Get("/other.html", [](const httplib::Request&, httplib::Response& response) {
-      response.set_content("<video src=/other.mp4></video>", "text/html");
-    });
+    httplib.serve("/two.html", "<video src=/held/first.mp4></video><video src=/second.mp4></video>", "text/html");
+    httplib.serve("/other.html", "<video src=/other.mp4></video>", "text/html");
     httplib.server.Get(R"(/(second|other)\.mp4)", [this](const httplib::Request& request, httplib::Response& response) {
       std::lock_guard lock(mutex);
       arrived << QString::fromStdString(request.path);
       response.set_content("clip", "video/mp4");
     });
-    httplib.start();
   }
   void TearDown() override {
     letGoOfEverything();
