@@ -16,6 +16,7 @@
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/GlobalSettings.h"
+#include "CommonClass/KMVLog.h"
 #include "EventLoopWait.h"
 #include "GeneratedMedia.h"
 
@@ -125,6 +126,10 @@ TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
   DistributedNotificationCenter::defaultCenter().postNotificationName(
       QLatin1String(ConvertMedia::kConvertEndNotification), QString(), true);
   EXPECT_EQ(window.endCount, 1);
+
+  QString log;
+  for (const QFileInfo& day : QDir(KMVLog::folder()).entryInfoList(QDir::Files)) log += media.read(day.filePath());
+  EXPECT_GE(log.count(QStringLiteral("enCodeEnd..... waste ")), 3) << log.toStdString();
 }
 
 TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {

@@ -96,16 +96,6 @@ TEST_F(AddingFiles, DecodableFilesBecomeItemsInOrderAndTheOthersShareOneAlert) {
   EXPECT_TRUE(QFileInfo(videoImagePath).isDir());
 }
 
-TEST_F(AddingFiles, ASingleFailureIsReportedInTheSingularAndAddsNothing) {
-  const int32_t firstNumber = MainFormAction::totalAddFileNum;
-  add({"notes.mp4"});
-  EXPECT_TRUE(listItems().isEmpty());
-  EXPECT_TRUE(window.rows.isEmpty());
-  EXPECT_EQ(MainFormAction::totalAddFileNum, firstNumber);
-  ASSERT_EQ(alerts.alerts.size(), 1u);
-  EXPECT_EQ(alerts.alerts[0].message, QStringLiteral("There is 1 file:\nnotes.mp4\n Decode failed"));
-}
-
 TEST_F(AddingFiles, AnAddedFileCarriesWhatFfprobeSeesAndTheDefaultsOfANewItem) {
   add({"two voices.mkv"});
   ASSERT_EQ(listItems().size(), 1);

@@ -8,7 +8,6 @@
 #include "CommonClass/StandardPaths.h"
 #include "Profile/KMVProfileCatalog.h"
 #include "ValueObject/ProfileSettingInfo.h"
-#include "videoconverter.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -55,16 +54,6 @@ TEST_F(ShippedProfiles, LoadWithoutProblemsInTheirGroups) {
   EXPECT_EQ(catalog().groups(), QStringList({"General Video", "Editing", "Devices and Web", "Audio"}));
   for (const QString& group : catalog().groups())
     EXPECT_GE(catalog().profilesInGroup(group).size(), 7) << group.toStdString();
-}
-
-TEST_F(ShippedProfiles, TheDefaultProfileIsH264WithAacInMp4) {
-  const KMVProfileCatalog::Entry profile = catalog().profileNamed(QStringLiteral("MPEG-4 AVC"));
-  ASSERT_TRUE(profile);
-  EXPECT_EQ(profile->Format, QStringLiteral("mp4"));
-  EXPECT_EQ(profile->ExtName, QStringLiteral("mp4"));
-  EXPECT_EQ(profile->type, ProfileSettingInfo::kTypeVideo);
-  EXPECT_EQ(profile->defaultChoice(KMVProfileDataInfo::kVideoCodec), QStringLiteral("libx264"));
-  EXPECT_EQ(profile->defaultChoice(KMVProfileDataInfo::kAudioCodec), QStringLiteral("aac"));
 }
 
 TEST_F(ShippedProfiles, EveryOptionAProfileKindUsesIsPresentWithAValidDefault) {
@@ -144,17 +133,6 @@ TEST_F(ShippedProfiles, EveryEncoderAndContainerExistsInTheFfmpegBuild) {
   for (const KMVProfileCatalog::Entry& profile : catalog().profiles()) {
     EXPECT_NE(av_guess_format(profile->Format.toUtf8().constData(), nullptr, nullptr), nullptr)
         << profile->DisplayName.toStdString() << ": no muxer " << profile->Format.toStdString();
-  }
-}
-
-TEST_F(ShippedProfiles, CodecTableProfilesAreMadeExactlyWhenTheConverterHasTheirEncoder) {
-  for (auto row = kCodecTableProfiles.cbegin(); row != kCodecTableProfiles.cend(); ++row) {
-    const KMVProfileCatalog::Entry profile = catalog().profileWithIdentifier(row.key());
-    ASSERT_TRUE(profile) << row.key();
-    EXPECT_EQ(profile->defaultChoice(KMVProfileDataInfo::kVideoCodec), row.value());
-    const bool expectEncoder = row.value() != QLatin1String("icod");
-    EXPECT_EQ(VideoConverter_CheckEncoder(row.value().toLatin1().constData()) == 1, expectEncoder)
-        << row.value().toStdString();
   }
 }
 
