@@ -3,10 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <cstdlib>
 #include <cstring>
 
@@ -21,19 +17,6 @@ class ScopedLimits {
   ScopedLimits(int32_t seconds, int64_t bytes) { SetParseLimits(seconds, bytes); }
   ~ScopedLimits() { SetParseLimits(0, 0); }
 };
-
-// A port on 127.0.0.1 where nothing listens.
-int closedPort() {
-  const int probe = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof(address);
-  bind(probe, reinterpret_cast<sockaddr*>(&address), sizeof(address));
-  getsockname(probe, reinterpret_cast<sockaddr*>(&address), &length);
-  close(probe);
-  return ntohs(address.sin_port);
-}
 
 class BadInput : public testing::Test {
  protected:
@@ -58,7 +41,7 @@ TEST_F(BadInput, EachFailureHasItsResultAndLeavesTheListEmpty) {
       {pages.address("/large.html"), PARSE_ERROR_TOO_LARGE},
       {pages.address("/binary.bin"), PARSE_ERROR_NOT_A_PAGE},
       {pages.address("/silent.html"), PARSE_ERROR_TIMEOUT},
-      {"http://127.0.0.1:" + std::to_string(closedPort()) + "/page.html", PARSE_ERROR_CONNECTION},
+      {"http://127.0.0.1:" + std::to_string(closedLoopbackPort()) + "/page.html", PARSE_ERROR_CONNECTION},
       {"ftp://127.0.0.1/page.html", PARSE_ERROR_ADDRESS},
       {"javascript:alert(1)", PARSE_ERROR_ADDRESS},
       {"", PARSE_ERROR_ARGUMENT},

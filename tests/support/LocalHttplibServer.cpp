@@ -1,5 +1,10 @@
 #include "LocalHttplibServer.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <stdexcept>
 
 LocalHttplibServer::LocalHttplibServer() {
@@ -57,6 +62,18 @@ std::string LocalHttplibServer::address(const std::string& path) const {
 std::vector<std::string> LocalHttplibServer::requestedPaths() const {
   std::lock_guard lock(mutex_);
   return requested_;
+}
+
+int closedLoopbackPort() {
+  const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof(address);
+  ::bind(probe, reinterpret_cast<sockaddr*>(&address), sizeof(address));
+  ::getsockname(probe, reinterpret_cast<sockaddr*>(&address), &length);
+  ::close(probe);
+  return ntohs(address.sin_port);
 }
 
 QByteArray patternBytes(qsizetype size) {

@@ -46,6 +46,9 @@ class LocalHttplibServer {
   std::vector<std::string> requested_;
 };
 
+// A port on 127.0.0.1 that was free a moment ago and that nobody listens on.
+int closedLoopbackPort();
+
 // Bytes to serve that differ from position to position, so that a misplaced
 // piece shows.
 QByteArray patternBytes(qsizetype size);

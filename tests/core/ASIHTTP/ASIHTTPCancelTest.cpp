@@ -36,30 +36,24 @@ class HalfwayServer : public testing::Test {
   RecordingDelegate delegate;
 };
 
-TEST_F(HalfwayServer, CancelWithResumeKeepsTheTemporaryFileAndReportsTheCancel) {
-  const std::shared_ptr<ASIHTTPRequest> request = startDownload(true);
-  ASSERT_TRUE(waitForTheFirstBytes());
+TEST_F(HalfwayServer, ACancelReportsItselfAndKeepsTheTemporaryFileOnlyForResuming) {
+  for (const bool allowResume : {true, false}) {
+    SCOPED_TRACE(allowResume ? "resumable" : "not resumable");
+    const std::shared_ptr<ASIHTTPRequest> request = startDownload(allowResume);
+    ASSERT_TRUE(waitForTheFirstBytes());
 
-  request->cancel();
-  ASSERT_TRUE(waitUntil([&] { return request->isFinished(); }));
+    request->cancel();
+    ASSERT_TRUE(waitUntil([&] { return request->isFinished(); }));
 
-  EXPECT_EQ(delegate.events.last(), "failed");
-  ASSERT_TRUE(request->error());
-  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::Cancelled);
-  EXPECT_EQ(request->error()->localizedDescription, "The request was cancelled");
-  EXPECT_EQ(folder.read("clip.mp4.download"), kContent.left(300));
-  EXPECT_FALSE(QFile::exists(folder.path("clip.mp4")));
-}
-
-TEST_F(HalfwayServer, CancelWithoutResumeRemovesTheTemporaryFile) {
-  const std::shared_ptr<ASIHTTPRequest> request = startDownload(false);
-  ASSERT_TRUE(waitForTheFirstBytes());
-
-  request->cancel();
-  ASSERT_TRUE(waitUntil([&] { return request->isFinished(); }));
-
-  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::Cancelled);
-  EXPECT_FALSE(QFile::exists(folder.path("clip.mp4.download")));
+    EXPECT_EQ(delegate.events.last(), "failed");
+    ASSERT_TRUE(request->error());
+    EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::Cancelled);
+    EXPECT_EQ(request->error()->localizedDescription, "The request was cancelled");
+    EXPECT_EQ(QFile::exists(folder.path("clip.mp4.download")), allowResume);
+    if (allowResume) EXPECT_EQ(folder.read("clip.mp4.download"), kContent.left(300));
+    EXPECT_FALSE(QFile::exists(folder.path("clip.mp4")));
+    QFile::remove(folder.path("clip.mp4.download"));
+  }
 }
 
 TEST_F(HalfwayServer, ADelegateClearedBeforeCancelHearsNothingMore) {

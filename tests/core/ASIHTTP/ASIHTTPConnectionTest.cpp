@@ -3,11 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include "ASIHTTP/ASIProxySettings.h"
 #include "HttpTestSupport.h"
 #include "ScriptedHttpServer.h"
@@ -93,19 +88,6 @@ std::optional<ASIHTTPError> errorOf(const QUrl& url) {
   const std::shared_ptr<ASIHTTPRequest> request = makeRequest(url, delegate);
   if (!runToEnd(request)) return std::nullopt;
   return request->error();
-}
-
-// A port on 127.0.0.1 that was free a moment ago and that nobody listens on.
-quint16 closedLoopbackPort() {
-  const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof(address);
-  ::bind(probe, reinterpret_cast<sockaddr*>(&address), sizeof(address));
-  ::getsockname(probe, reinterpret_cast<sockaddr*>(&address), &length);
-  ::close(probe);
-  return ntohs(address.sin_port);
 }
 
 TEST(FailingAddresses, BadAddressesRefusedConnectionsAndSecureTransportFailuresHaveTheirTexts) {
