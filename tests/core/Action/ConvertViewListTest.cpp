@@ -132,55 +132,45 @@ TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
   EXPECT_GE(log.count(QStringLiteral("enCodeEnd..... waste ")), 3) << log.toStdString();
 }
 
-TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {
-  makeRows(3);
+TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunningAndAStoppedRowPutBackRunsLast) {
+  makeRows(4);
   queue.encode(rowList());
   ConvertView& running = *rows[0];
   ConvertView& waiting = *rows[1];
+  ConvertView& putBack = *rows[3];
   ASSERT_TRUE(running.isConvert());
   EXPECT_TRUE(waiting.isStopButtonVisible());
   EXPECT_FALSE(waiting.isStartButtonVisible());
 
   waiting.stopButtonClick();
   EXPECT_TRUE(running.isConvert()) << "stopping a waiting row touched the running one";
-  EXPECT_EQ(queue.queuedRows(), (QList<ConvertView*>{&running, rows[2].get()}));
   EXPECT_TRUE(waiting.isStartButtonVisible());
   EXPECT_TRUE(waiting.isStartButtonEnabled());
   EXPECT_FALSE(waiting.isStopButtonVisible());
   EXPECT_EQ(waiting.outcome(), ConvertView::Outcome::kStopped);
+  putBack.stopButtonClick();
+  putBack.encodeButtonClick();
+  EXPECT_FALSE(putBack.isStartButtonVisible());
+  EXPECT_TRUE(putBack.isStopButtonVisible());
+  queue.reConvert(&putBack);  // pressing start again does not queue the row twice
+  EXPECT_EQ(queue.queuedRows(), (QList<ConvertView*>{&running, rows[2].get(), &putBack}));
 
   running.stopButtonClick();
   ASSERT_TRUE(waitForEnd());
-  EXPECT_EQ(started, (QList<ConvertView*>{&running, rows[2].get()}));
+  EXPECT_EQ(started, (QList<ConvertView*>{&running, rows[2].get(), &putBack}));
   EXPECT_EQ(window.endCount, 1);
   // The stopped running row: no tags, start enabled, no percentage.
   EXPECT_TRUE(running.isStartButtonEnabled());
   EXPECT_FALSE(running.isStopButtonVisible());
   EXPECT_TRUE(running.rateText().isEmpty());
   EXPECT_TRUE(titleIn(outputOf(0)).isEmpty());
-  EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
-  EXPECT_EQ(rows[2]->rateText(), QStringLiteral("100%"));
-  EXPECT_EQ(titleIn(outputOf(2)), QStringLiteral("Title 2"));
   EXPECT_EQ(running.outcome(), ConvertView::Outcome::kStopped);
-  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
-}
-
-TEST_F(ConversionQueue, StoppedRowPutBackRunsAfterTheWaitingRows) {
-  makeRows(3);
-  queue.encode(rowList());
-  ConvertView& second = *rows[1];
-  second.stopButtonClick();
-  second.encodeButtonClick();
-  EXPECT_FALSE(second.isStartButtonVisible());
-  EXPECT_TRUE(second.isStopButtonVisible());
-  // Pressing start again does not queue the row twice.
-  queue.reConvert(&second);
-  EXPECT_EQ(queue.queuedRows(), (QList<ConvertView*>{rows[0].get(), rows[2].get(), &second}));
-
-  ASSERT_TRUE(waitForEnd());
-  EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get(), &second}));
-  EXPECT_EQ(window.endCount, 1);
-  for (int index = 0; index < 3; ++index) EXPECT_EQ(rows[index]->rateText(), QStringLiteral("100%")) << index;
+  EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
+  for (int index : {2, 3}) {
+    EXPECT_EQ(rows[index]->rateText(), QStringLiteral("100%")) << index;
+    EXPECT_EQ(titleIn(outputOf(index)), QStringLiteral("Title %1").arg(index));
+    EXPECT_EQ(rows[index]->outcome(), ConvertView::Outcome::kFinished);
+  }
 }
 
 TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
