@@ -2,7 +2,6 @@
 // with the outputs judged by ffprobe.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>

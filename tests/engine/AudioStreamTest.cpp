@@ -1,8 +1,6 @@
 // Audio streams as the user picks among them: names, order and the default.
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "Probe.h"
 #include "TestMedia.h"
 

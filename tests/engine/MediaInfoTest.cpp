@@ -101,26 +101,15 @@ TEST(MediaInfo, NameWithSpacesAndNonAsciiLettersProbesLikeItsSource) {
   EXPECT_TRUE(std::filesystem::exists(renamed.info.m_Thumbnail));
 }
 
-TEST(MediaInfo, AudioOnlyRequestSkipsTheVideoOfAVideoFile) {
-  const std::string thumbnail = scratchFolder() + "/audio-only-request.bmp";
-  const Probed probed = probeFile(sample("clip.mp4"), thumbnail, 1);
-  ASSERT_EQ(probed.code, 0);
-  EXPECT_EQ(probed.info.m_bVideoStream, 0);
-  EXPECT_EQ(probed.info.m_Width, 0);
-  EXPECT_STREQ(probed.info.m_Thumbnail, "");
-  EXPECT_STREQ(probed.info.m_framesPosFileName, "");
-  EXPECT_FALSE(std::filesystem::exists(thumbnail));
-  ASSERT_EQ(probed.info.m_AudioSteamCnt, 1);
-  EXPECT_EQ(probed.info.m_AudioStreamInfo[0].m_SampleRate, 44100);
-}
-
-TEST(MediaInfo, AudioFilesHaveNoPictureAndNoIndex) {
-  for (const char* name : {"song.mp3", "song.flac", "song.wav"}) {
+TEST(MediaInfo, AudioFilesAndAnAudioOnlyRequestHaveNoPictureNoThumbnailAndNoIndex) {
+  for (const auto& [name, audioOnly] : {std::pair{"song.mp3", 0}, std::pair{"song.flac", 0}, std::pair{"song.wav", 0},
+                                        std::pair{"clip.mp4", 1}}) {
     SCOPED_TRACE(name);
     const std::string thumbnail = scratchFolder() + "/" + name + ".bmp";
-    const Probed probed = probeFile(sample(name), thumbnail);
+    const Probed probed = probeFile(sample(name), thumbnail, audioOnly);
     ASSERT_EQ(probed.code, 0);
     EXPECT_EQ(probed.info.m_bVideoStream, 0);
+    EXPECT_EQ(probed.info.m_Width, 0);
     EXPECT_EQ(probed.info.m_defaultAudioStream, 0);
     EXPECT_STREQ(probed.info.m_Thumbnail, "");
     EXPECT_STREQ(probed.info.m_framesPosFileName, "");

@@ -1,9 +1,9 @@
 #include "TestEnvironment.h"
 
 #include <QDir>
-#include <QFile>
-#include <QSettings>
 #include <QStandardPaths>
+
+#include <ctime>
 
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
@@ -23,6 +23,23 @@ void resetApplicationState() {
     defaults.removeObjectForKey(QLatin1String(key));
   }
   defaults.synchronize();
+}
+
+ScopedEnvironment::~ScopedEnvironment() {
+  for (const auto& [name, value] : saved_) {
+    if (value.isNull()) {
+      qunsetenv(name.constData());
+    } else {
+      qputenv(name.constData(), value);
+    }
+  }
+  tzset();
+}
+
+void ScopedEnvironment::set(const QByteArray& name, const QByteArray& value) {
+  saved_.append({name, qEnvironmentVariableIsSet(name.constData()) ? qgetenv(name.constData()) : QByteArray()});
+  qputenv(name.constData(), value);
+  tzset();
 }
 
 }  // namespace TestEnvironment

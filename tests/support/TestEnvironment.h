@@ -3,6 +3,9 @@
 // tests neither read nor change the real user's files.
 #pragma once
 
+#include <QByteArray>
+#include <QList>
+#include <QPair>
 #include <QString>
 
 namespace TestEnvironment {
@@ -11,5 +14,16 @@ namespace TestEnvironment {
 QString home();
 // Resets the process-wide settings, path cache and user defaults file.
 void resetApplicationState();
+
+// Sets environment variables for one scope and puts them back afterwards;
+// the C library reads the time zone again each time.
+class ScopedEnvironment {
+ public:
+  ~ScopedEnvironment();
+  void set(const QByteArray& name, const QByteArray& value);
+
+ private:
+  QList<QPair<QByteArray, QByteArray>> saved_;
+};
 
 }  // namespace TestEnvironment

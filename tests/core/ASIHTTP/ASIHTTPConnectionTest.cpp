@@ -6,6 +6,7 @@
 #include "ASIHTTP/ASIProxySettings.h"
 #include "HttpTestSupport.h"
 #include "ScriptedHttpServer.h"
+#include "TestEnvironment.h"
 
 namespace {
 
@@ -33,32 +34,11 @@ TEST(ConnectionReuse, FollowsTheConnectionAndKeepAliveFieldsOfTheResponse) {
   EXPECT_EQ(connectionsForTwoRequests({}, false), 2);
 }
 
-// Sets environment variables for one test and restores them afterwards.
-class ScopedEnvironment {
- public:
-  ~ScopedEnvironment() {
-    for (const auto& [name, value] : saved_) {
-      if (value.isNull()) {
-        qunsetenv(name.constData());
-      } else {
-        qputenv(name.constData(), value);
-      }
-    }
-  }
-  void set(const QByteArray& name, const QByteArray& value) {
-    saved_.append({name, qEnvironmentVariableIsSet(name.constData()) ? qgetenv(name.constData()) : QByteArray()});
-    qputenv(name.constData(), value);
-  }
-
- private:
-  QList<QPair<QByteArray, QByteArray>> saved_;
-};
-
 TEST(Proxies, HttpProxyCarriesTheRequestUnlessNoProxyNamesTheHost) {
   ScriptedHttpServer proxy(
       [](Exchange& exchange) { exchange.send(ScriptedHttpServer::response(200, {}, "through the proxy")); });
   ScriptedHttpServer direct([](Exchange& exchange) { exchange.send(ScriptedHttpServer::response(200, {}, "direct")); });
-  ScopedEnvironment environment;
+  TestEnvironment::ScopedEnvironment environment;
   environment.set("http_proxy", proxy.url("").toEncoded());
   environment.set("no_proxy", "localhost,.internal.example");
   RecordingDelegate delegate;

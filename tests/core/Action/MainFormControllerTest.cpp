@@ -3,7 +3,6 @@
 // the alerts, panels and file viewer.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFileInfo>
 
 #include "Action/MainFormController.h"
@@ -123,17 +122,6 @@ TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRes
   EXPECT_TRUE(controller.videoData().isEmpty());
   EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
   MainFormController::lastSelectAllowFiles = 0;
-}
-
-TEST_F(MainWindowCommands, PanelFiltersOfferTheAcceptedExtensionsInBothCases) {
-  const QStringList all = MediaFileTypes::configOpenAllowFileWithIndex(0);
-  EXPECT_EQ(all.size(), (44 + 31) * 2);
-  EXPECT_TRUE(all.contains(QStringLiteral("M2TS")) && all.contains(QStringLiteral("m2ts")));
-  EXPECT_FALSE(MediaFileTypes::configOpenAllowFileWithIndex(1).contains(QStringLiteral("flac")));
-  EXPECT_FALSE(MediaFileTypes::configOpenAllowFileWithIndex(2).contains(QStringLiteral("mp4")));
-  EXPECT_TRUE(MediaFileTypes::configOpenAllowFileWithIndex(3).isEmpty());
-  EXPECT_TRUE(MediaFileTypes::configOpenAllowFileWithIndex(-1).isEmpty());
-  EXPECT_EQ(MediaFileTypes::filterNames().size(), 4);
 }
 
 TEST_F(MainWindowCommands, DroppingIgnoresUnknownFilesAndOpenEditors) {

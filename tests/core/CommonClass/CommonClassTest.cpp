@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <cstring>
-
 #include "CommonClass/AESData.h"
 #include "CommonClass/CommonClass.h"
 

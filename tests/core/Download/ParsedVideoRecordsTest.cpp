@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "Download/ParsedVideoRecords.h"
 
 namespace {

@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <string>
 #include <utility>
 #include <vector>
 

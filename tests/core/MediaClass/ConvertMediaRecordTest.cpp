@@ -8,9 +8,9 @@
 #include <QThread>
 
 #include <cstring>
-#include <span>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "Action/NodeInfoAction.h"
 #include "GeneratedMedia.h"
@@ -20,17 +20,9 @@
 
 namespace {
 
-// The records are packed: a field is read by copy (into a Field, or as
-// `+field`), never bound to a reference. A Field is a field's value against
-// the value expected, named for the failure message.
-struct Field {
-  const char* name;
-  int64_t actual;
-  int64_t expected;
-};
-void expectFields(std::span<const Field> fields) {
-  for (const Field& field : fields) EXPECT_EQ(field.actual, field.expected) << field.name;
-}
+// The records are packed: a field is read by copy (into a list of values, or
+// as `+field`), never bound to a reference.
+using Values = std::vector<int64_t>;
 
 // The text of a field: up to its NUL, or the whole field when it has none.
 template <size_t N>
@@ -85,10 +77,9 @@ TEST_F(JobRecords, AMergedNodeGivesOneRecordPerFileInChildOrder) {
   for (int index = 0; index < 3; ++index) {
     const MediaItem& record = merging.mediaItemAt(index);
     const NodeInfo::Ptr member = merged->getChildNodeAtIndex(index);
-    const Field fields[] = {{"size", record.m_cbsize, VC_MEDIA_ITEM_SIZE},
-                            {"media type", record.m_MediaType, 0},
-                            {"hardware decoding", record.m_bEnableHwaccel, 1}};
-    expectFields(fields);
+    EXPECT_EQ((Values{record.m_cbsize, record.m_MediaType, record.m_bEnableHwaccel}),
+              (Values{VC_MEDIA_ITEM_SIZE, 0, 1}))
+        << "size, media type, hardware decoding";
     EXPECT_EQ(text(record.m_FileName), member->inputFilename().toStdString());
     EXPECT_EQ(std::memcmp(&record.m_Info, member->decoderInfo(), sizeof(DECODER_INFO)), 0);
   }
@@ -111,15 +102,10 @@ TEST_F(JobRecords, TimesBecomeMicrosecondsAndEffectsTakeTheirPlaces) {
   effect.setVideoFadeOut(4);
 
   const MediaItem& r = recordOf(node);
-  const Field edits[] = {{"start", r.m_MediaStartPos, 1000000},
-                         {"end", r.m_MediaEndPos, 2000000},
-                         {"sound fade-in", r.m_fadeIn_len, 3000000},
-                         {"sound fade-out", r.m_fadeOut_len, 2000000},
-                         {"video fade-in", r.m_fadeVideoInfo.m_fadeIn_len, 1000000},
-                         {"video fade-out", r.m_fadeVideoInfo.m_fadeOut_len, 4000000},
-                         {"effect", r.m_EffectID[0], 1035},
-                         {"3D model", r.m_EffectID[1], 1072}};
-  expectFields(edits);
+  EXPECT_EQ((Values{r.m_MediaStartPos, r.m_MediaEndPos, r.m_fadeIn_len, r.m_fadeOut_len, r.m_fadeVideoInfo.m_fadeIn_len,
+                    r.m_fadeVideoInfo.m_fadeOut_len, r.m_EffectID[0], r.m_EffectID[1]}),
+            (Values{1000000, 2000000, 3000000, 2000000, 1000000, 4000000, 1035, 1072}))
+      << "start, end, sound fade-in, sound fade-out, video fade-in, video fade-out, effect, 3D model";
   EffectArgs depthAndModel{};
   depthAndModel.arg1 = 2;
   depthAndModel.arg6 = 1072;
@@ -166,10 +152,9 @@ TEST_F(JobRecords, TheWatermarkReachesTheRecordOnlyWithSomethingToDraw) {
   WatermarkInfo& watermark = node->watermarkInfo();
   watermark.setM_watermarkType(WatermarkInfo::kTypePicture);
   const _WatermarkInfo& noPicture = recordOf(node).m_watermarkInfo;
-  const Field unset[] = {{"type", noPicture.m_watermarkType, 0},
-                         {"opacity", noPicture.m_transparency, 127},
-                         {"changed", noPicture.m_changed_flag, 8}};
-  expectFields(unset);
+  EXPECT_EQ((Values{noPicture.m_watermarkType, noPicture.m_transparency, noPicture.m_changed_flag}),
+            (Values{0, 127, 8}))
+      << "type, opacity, changed";
 
   watermark.setM_imagePath(QStringLiteral("/pictures/logo.png"));
   watermark.setM_imgX(10);
@@ -180,13 +165,10 @@ TEST_F(JobRecords, TheWatermarkReachesTheRecordOnlyWithSomethingToDraw) {
   watermark.setM_transparency(100);
   const _WatermarkInfo& picture = recordOf(node).m_watermarkInfo;
   EXPECT_EQ(text(picture.m_imagePath), "/pictures/logo.png");
-  const Field picked[] = {{"type", picture.m_watermarkType, 1},
-                          {"opacity: 100 x 2.55 truncated", picture.m_transparency, 254},
-                          {"x", picture.m_x, 10},
-                          {"y", picture.m_y, 20},
-                          {"w", picture.m_w, 30},
-                          {"h", picture.m_h, 40}};
-  expectFields(picked);
+  EXPECT_EQ(
+      (Values{picture.m_watermarkType, picture.m_transparency, picture.m_x, picture.m_y, picture.m_w, picture.m_h}),
+      (Values{1, 254, 10, 20, 30, 40}))
+      << "type, opacity: 100 x 2.55 truncated, x, y, w, h";
 
   watermark.setM_watermarkType(WatermarkInfo::kTypeText);
   watermark.setM_text(QStringLiteral("Été"));
@@ -198,12 +180,10 @@ TEST_F(JobRecords, TheWatermarkReachesTheRecordOnlyWithSomethingToDraw) {
   EXPECT_EQ(text(written.m_imagePath), "") << "the picture path is not sent with a text";
   EXPECT_EQ(text(written.m_text), "Été");
   EXPECT_EQ(text(written.m_fontinfo.m_fontname), "DejaVu Sans");
-  const Field typed[] = {{"style", written.m_fontinfo.m_fontstyle, 5},
-                         {"size", written.m_fontinfo.m_fontsize, 24},
-                         {"colour", written.m_fontinfo.m_fontcolor, 0xFF336699},
-                         {"type", written.m_watermarkType, 2},
-                         {"text's w", written.m_w, 3}};
-  expectFields(typed);
+  EXPECT_EQ((Values{written.m_fontinfo.m_fontstyle, written.m_fontinfo.m_fontsize, written.m_fontinfo.m_fontcolor,
+                    written.m_watermarkType, written.m_w}),
+            (Values{5, 24, 0xFF336699, 2, 3}))
+      << "style, size, colour, type, text's w";
 }
 
 TEST_F(JobRecords, LongTextsFillTheirFieldsWithoutSplittingACharacter) {
@@ -247,12 +227,9 @@ TEST_F(JobRecords, TheOutputRecordCarriesTheProfileAndZerosElsewhere) {
 
   const OutputParam audio = outputOf(item(0, QStringLiteral("MP3")));
   EXPECT_EQ(text(audio.m_VideoEncoder), "") << "no video fields for an audio profile";
-  const Field soundOnly[] = {{"video bitrate", audio.m_VideoBitrate, 0},
-                             {"rate", audio.m_FrameRateNum, 0},
-                             {"width", audio.m_Width, 0},
-                             {"type", audio.m_Type, 1},
-                             {"sound bitrate", audio.m_AudioBitrate, 192}};
-  expectFields(soundOnly);
+  EXPECT_EQ((Values{audio.m_VideoBitrate, audio.m_FrameRateNum, audio.m_Width, audio.m_Type, audio.m_AudioBitrate}),
+            (Values{0, 0, 0, 1, 192}))
+      << "video bitrate, rate, width, type, sound bitrate";
   EXPECT_EQ(text(audio.m_AudioEncoder), "libmp3lame");
 }
 

@@ -2,7 +2,6 @@
 // read, and which names make it skip the picture.
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "GeneratedMedia.h"

@@ -1,8 +1,12 @@
 // Servers that go silent or drop the connection: time-outs, retries that go
-// on from the bytes already read, and the one restart of a request whose
-// reused connection was lost.
+// on from the bytes already read, the one restart of a request whose reused
+// connection was lost, and cancelling: what happens to the temporary file,
+// and who hears about it.
 
 #include <gtest/gtest.h>
+
+#include <QFile>
+#include <QFileInfo>
 
 #include "HttpTestSupport.h"
 #include "ScriptedHttpServer.h"
@@ -39,6 +43,14 @@ class SilentOrDroppingServer : public testing::Test {
     std::shared_ptr<ASIHTTPRequest> request = makeRequest(url, delegate);
     request->setDownloadDestinationPath(folder.path("clip.mp4"));
     request->setTemporaryFileDownloadPath(folder.path("clip.mp4.download"));
+    return request;
+  }
+  // Starts a download and waits until the first 300 bytes are in its temporary file.
+  std::shared_ptr<ASIHTTPRequest> startHalfway(const QUrl& url, bool allowResume) {
+    std::shared_ptr<ASIHTTPRequest> request = download(url);
+    request->setAllowResumeForFileDownloads(allowResume);
+    request->startAsynchronous();
+    EXPECT_TRUE(waitUntil([this] { return QFileInfo(folder.path("clip.mp4.download")).size() == 300; }));
     return request;
   }
 
@@ -139,6 +151,55 @@ TEST_F(SilentOrDroppingServer, ALostReusedConnectionIsReplacedOnceAndTheBodyGoes
   EXPECT_EQ(requests[2].connection, 2);
   EXPECT_EQ(requests[2].headers.value("range"), "bytes=300-");
   EXPECT_EQ(folder.read("clip.mp4"), kContent);
+}
+
+TEST_F(SilentOrDroppingServer, ACancelReportsItselfAndKeepsTheTemporaryFileOnlyForResuming) {
+  ScriptedHttpServer server(sendThePartThenStaySilent);
+  for (const bool allowResume : {true, false}) {
+    SCOPED_TRACE(allowResume ? "resumable" : "not resumable");
+    const std::shared_ptr<ASIHTTPRequest> request = startHalfway(server.url("/clip"), allowResume);
+    request->cancel();
+    ASSERT_TRUE(waitUntil([&] { return request->isFinished(); }));
+
+    EXPECT_EQ(delegate.events.last(), "failed");
+    ASSERT_TRUE(request->error());
+    EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::Cancelled);
+    EXPECT_EQ(request->error()->localizedDescription, "The request was cancelled");
+    EXPECT_EQ(QFile::exists(folder.path("clip.mp4.download")), allowResume);
+    if (allowResume) EXPECT_EQ(folder.read("clip.mp4.download"), kContent.left(300));
+    EXPECT_FALSE(QFile::exists(folder.path("clip.mp4")));
+    QFile::remove(folder.path("clip.mp4.download"));
+  }
+}
+
+TEST_F(SilentOrDroppingServer, ADelegateClearedBeforeCancelHearsNothingMore) {
+  ScriptedHttpServer server(sendThePartThenStaySilent);
+  const std::shared_ptr<ASIHTTPRequest> request = startHalfway(server.url("/clip"), true);
+  deliverPostedCalls();
+  const QStringList heardBefore = delegate.events;
+  const size_t progressBefore = delegate.progress.size();
+
+  request->setDelegate(nullptr);
+  request->setDownloadProgressDelegate(nullptr);
+  request->cancel();
+  ASSERT_TRUE(waitUntil([&] { return request->isFinished(); }));
+  deliverPostedCalls();
+
+  EXPECT_EQ(delegate.events, heardBefore);
+  EXPECT_EQ(delegate.progress.size(), progressBefore);
+  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::Cancelled);
+}
+
+TEST_F(SilentOrDroppingServer, ARequestCancelledBeforeItStartsFailsAndNeverReachesTheServer) {
+  ScriptedHttpServer server(sendThePartThenStaySilent);
+  const std::shared_ptr<ASIHTTPRequest> request = makeRequest(server.url("/clip"), delegate);
+  request->cancel();
+  request->startAsynchronous();
+  ASSERT_TRUE(waitUntil([&] { return request->isFinished(); }));
+
+  EXPECT_EQ(delegate.events, QStringList{"failed"});
+  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::Cancelled);
+  EXPECT_EQ(server.connectionCount(), 0);
 }
 
 }  // namespace
