@@ -19,20 +19,13 @@
 #include "Profile/KMVProfileCatalog.h"
 #include "ProjectVersion.h"
 #include "RecordingAlertPresenter.h"
+#include "support/ListItems.h"
 #include "TestEnvironment.h"
 
 namespace {
 
 using List = SettingFormAction::List;
-
-const KMVProfileCatalog& shippedCatalog() {
-  static KMVProfileCatalog* catalog = [] {
-    auto* loaded = new KMVProfileCatalog;
-    loaded->loadFolder(StandardPaths::pathForResource(QStringLiteral("profile")));
-    return loaded;
-  }();
-  return *catalog;
-}
+using modeltest::shippedCatalog;
 
 NodeInfo::Ptr itemWithProfile(int32_t identifier) {
   auto node = std::make_shared<NodeInfo>();

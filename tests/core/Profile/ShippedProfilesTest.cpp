@@ -8,6 +8,7 @@
 #include "CommonClass/StandardPaths.h"
 #include "Profile/KMVProfileCatalog.h"
 #include "ValueObject/ProfileSettingInfo.h"
+#include "support/ListItems.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -22,20 +23,8 @@ const QMap<int32_t, QString> kCodecTableProfiles{{1601, "apcn"}, {1602, "apch"},
 
 class ShippedProfiles : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    problems = new QStringList(catalog().loadFolder(StandardPaths::pathForResource(QStringLiteral("profile"))));
-  }
-  static void TearDownTestSuite() {
-    delete problems;
-    problems = nullptr;
-  }
-  static KMVProfileCatalog& catalog() {
-    static KMVProfileCatalog shipped;
-    return shipped;
-  }
-  static const QStringList* problems;
+  static const KMVProfileCatalog& catalog() { return modeltest::shippedCatalog(); }
 };
-const QStringList* ShippedProfiles::problems = nullptr;
 
 // Every choice of `key` across the catalogue, with the profile it came from.
 QList<std::pair<QString, QString>> everyChoice(const KMVProfileCatalog& catalog, const char* key) {
@@ -49,7 +38,8 @@ QList<std::pair<QString, QString>> everyChoice(const KMVProfileCatalog& catalog,
 }
 
 TEST_F(ShippedProfiles, LoadWithoutProblemsInTheirGroups) {
-  EXPECT_TRUE(problems->isEmpty()) << problems->join(QLatin1Char('\n')).toStdString();
+  const QStringList problems = KMVProfileCatalog().loadFolder(StandardPaths::pathForResource(QStringLiteral("profile")));
+  EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString();
   EXPECT_GE(catalog().profiles().size(), 30);
   EXPECT_EQ(catalog().groups(), QStringList({"General Video", "Editing", "Devices and Web", "Audio"}));
   for (const QString& group : catalog().groups())

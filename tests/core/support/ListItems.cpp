@@ -36,10 +36,17 @@ NodeInfo::List addToList(UIInfoDB& db, const QStringList& paths, const QString& 
   return added.nodes;
 }
 
+const KMVProfileCatalog& shippedCatalog() {
+  static const KMVProfileCatalog catalog = [] {
+    KMVProfileCatalog loaded;
+    loaded.loadFolder(StandardPaths::pathForResource(QStringLiteral("profile")));
+    return loaded;
+  }();
+  return catalog;
+}
+
 ProfileSettingInfo shippedProfile(const QString& displayName) {
-  static KMVProfileCatalog catalog;
-  if (catalog.profiles().isEmpty()) catalog.loadFolder(StandardPaths::pathForResource(QStringLiteral("profile")));
-  const KMVProfileCatalog::Entry entry = catalog.profileNamed(displayName);
+  const KMVProfileCatalog::Entry entry = shippedCatalog().profileNamed(displayName);
   const std::optional<ProfileSettingInfo> profile =
       entry ? ProfileAction::makeProfileSettingInfo(*entry) : std::nullopt;
   if (!profile) ADD_FAILURE() << "no usable shipped profile " << displayName.toStdString();

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "Profile/KMVProfileCatalog.h"
 #include "ValueObject/NodeInfo.h"
 #include "ValueObject/ProfileSettingInfo.h"
 #include "ValueObject/UIInfoDB.h"
@@ -17,6 +18,8 @@ namespace modeltest {
 // made, in order.
 NodeInfo::List addToList(UIInfoDB& db, const QStringList& paths, const QString& scratchFolder);
 
+// The catalogue as shipped, loaded once.
+const KMVProfileCatalog& shippedCatalog();
 // The profile an item gets when the shipped catalogue's `displayName` is picked.
 ProfileSettingInfo shippedProfile(const QString& displayName);
 // A small, fast output: mpeg4 and AAC in mp4 at 160x120; the container and
