@@ -142,6 +142,9 @@ TEST_F(MainWindowTest, RenamingInPlaceKeepsTheRulesOfNames) {
   rename(QStringLiteral("  holiday 2024 "));
   EXPECT_EQ(rowNames(), QStringList{"holiday 2024"});
   EXPECT_EQ(window->controller().videoData().front()->outputFilename(), QStringLiteral("holiday 2024"));
+  rename(QStringLiteral("   "));
+  EXPECT_EQ(rowNames(), QStringList{"holiday 2024"}) << "a blank name puts the old one back";
+  EXPECT_EQ(alerts.alerts.size(), 1u);
 }
 
 TEST_F(MainWindowTest, AConversionShowsItsRowsThenReturnsToTheList) {

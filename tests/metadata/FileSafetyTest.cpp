@@ -97,21 +97,17 @@ TEST(FileSafety, WritingKeepsPermissionsAndLeavesNoScratchFiles) {
   EXPECT_EQ(tagtest::readTags(media).byKey[METADATA_KEY_TITLE], "New title");
 }
 
-TEST(FileSafety, WritingThroughASymbolicLinkUpdatesTheFileItNames) {
+TEST(FileSafety, WritingThroughASymbolicLinkUpdatesTheFileItNamesAndAnEmptyRecordChangesNothing) {
   TempFolder folder;
   std::string media = tagtest::makeMedia(tagtest::formatNamed("flac"), folder);
   fs::create_symlink(media, folder.file("link.flac"));
   ASSERT_EQ(tagtest::writeTags(folder.file("link.flac"), kEdit), METADATA_OK);
   EXPECT_TRUE(fs::is_symlink(folder.file("link.flac")));
   EXPECT_EQ(tagtest::readTags(media).byKey[METADATA_KEY_TITLE], "New title");
-}
 
-TEST(FileSafety, AnEmptyRecordChangesNothing) {
-  TempFolder folder;
-  std::string media = tagtest::makeMedia(tagtest::formatNamed("ogg_vorbis"), folder);
-  std::string before = tagtest::fingerprint(media);
+  const std::string before = tagtest::fingerprint(media);
   EXPECT_EQ(tagtest::writeTags(media, {}), METADATA_OK);
-  EXPECT_EQ(tagtest::fingerprint(media), before);
+  EXPECT_EQ(tagtest::fingerprint(media), before) << "an empty record changed the file";
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ std::optional<ASIHTTPError> errorOf(const QUrl& url) {
   return request->error();
 }
 
-TEST(FailingAddresses, BadAddressesRefusedConnectionsAndSecureTransportFailuresHaveTheirTexts) {
+TEST(FailingAddresses, BadAddressesRefusedConnectionsSecureTransportAndCredentialsHaveTheirTexts) {
   for (const char* address : {"ftp://127.0.0.1/file", "not an address"}) {
     const std::optional<ASIHTTPError> error = errorOf(QUrl(address));
     ASSERT_TRUE(error) << address;
@@ -94,16 +94,14 @@ TEST(FailingAddresses, BadAddressesRefusedConnectionsAndSecureTransportFailuresH
   EXPECT_EQ(handshake->localizedDescription,
             "A connection failure occurred: SSL problem (Possible causes may include a bad/expired/self-signed "
             "certificate, clock set to wrong date)");
-}
 
-TEST(FailingAddresses, AServerAskingForCredentialsFailsTheRequest) {
-  ScriptedHttpServer server([](Exchange& exchange) {
+  const ScriptedHttpServer asking([](Exchange& exchange) {
     exchange.send(ScriptedHttpServer::response(401, {"WWW-Authenticate: Basic realm=\"videos\""}, "no"));
   });
-  const std::optional<ASIHTTPError> error = errorOf(server.url("/private"));
-  ASSERT_TRUE(error);
-  EXPECT_EQ(error->code, ASIHTTPErrorCode::AuthenticationNeeded);
-  EXPECT_EQ(error->localizedDescription, "Authentication needed");
+  const std::optional<ASIHTTPError> credentials = errorOf(asking.url("/private"));
+  ASSERT_TRUE(credentials);
+  EXPECT_EQ(credentials->code, ASIHTTPErrorCode::AuthenticationNeeded);
+  EXPECT_EQ(credentials->localizedDescription, "Authentication needed");
 }
 
 }  // namespace

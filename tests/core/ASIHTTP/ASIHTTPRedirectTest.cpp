@@ -104,26 +104,20 @@ TEST_F(RedirectingServer, FiveRedirectsAreFollowedAndTheSixthFails) {
   EXPECT_EQ(delegate.events.last(), "failed");
 }
 
-TEST_F(RedirectingServer, ARedirectAwayFromHttpFailsAsABadAddress) {
-  const std::shared_ptr<ASIHTTPRequest> request = makeRequest(httplib.url("/to-a-local-file"), delegate);
-
-  ASSERT_TRUE(runToEnd(request));
-
-  ASSERT_TRUE(request->error());
-  EXPECT_EQ(request->error()->code, ASIHTTPErrorCode::UnableToCreateRequest);
-  EXPECT_TRUE(request->responseData().isEmpty());
-}
-
-TEST_F(RedirectingServer, WithoutRedirectsTheRedirectResponseIsTheAnswer) {
-  const std::shared_ptr<ASIHTTPRequest> request = makeRequest(httplib.url("/redirect/302"), delegate);
-  request->setShouldRedirect(false);
-
-  ASSERT_TRUE(runToEnd(request));
-
-  EXPECT_FALSE(request->error());
-  EXPECT_EQ(request->responseStatusCode(), 302);
-  EXPECT_EQ(request->responseHeaders().value("location"), "/target");
+TEST_F(RedirectingServer, ARedirectNotFollowedIsTheAnswerAndOneAwayFromHttpFailsAsABadAddress) {
+  const std::shared_ptr<ASIHTTPRequest> kept = makeRequest(httplib.url("/redirect/302"), delegate);
+  kept->setShouldRedirect(false);
+  ASSERT_TRUE(runToEnd(kept));
+  EXPECT_FALSE(kept->error());
+  EXPECT_EQ(kept->responseStatusCode(), 302);
+  EXPECT_EQ(kept->responseHeaders().value("location"), "/target");
   EXPECT_TRUE(arrived.empty());
+
+  const std::shared_ptr<ASIHTTPRequest> away = makeRequest(httplib.url("/to-a-local-file"), delegate);
+  ASSERT_TRUE(runToEnd(away));
+  ASSERT_TRUE(away->error());
+  EXPECT_EQ(away->error()->code, ASIHTTPErrorCode::UnableToCreateRequest);
+  EXPECT_TRUE(away->responseData().isEmpty());
 }
 
 }  // namespace

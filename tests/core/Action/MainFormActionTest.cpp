@@ -96,8 +96,10 @@ TEST_F(AddingFiles, DecodableFilesBecomeItemsInOrderAndTheOthersShareOneAlert) {
   EXPECT_TRUE(QFileInfo(videoImagePath).isDir());
 }
 
-TEST_F(AddingFiles, AnAddedFileCarriesWhatFfprobeSeesAndTheDefaultsOfANewItem) {
+TEST_F(AddingFiles, AnAddedFileCarriesWhatFfprobeSeesTheDefaultsOfANewItemAndAThumbnailStampedInUtcPlus8) {
+  const QDateTime before = QDateTime::currentDateTimeUtc();
   add({"two voices.mkv"});
+  const QDateTime after = QDateTime::currentDateTimeUtc();
   ASSERT_EQ(listItems().size(), 1);
   EXPECT_TRUE(alerts.alerts.empty());
   const NodeInfo::Ptr node = listItems().first();
@@ -136,6 +138,14 @@ TEST_F(AddingFiles, AnAddedFileCarriesWhatFfprobeSeesAndTheDefaultsOfANewItem) {
   EXPECT_EQ(node->selectAudioStream(), node->decoderInfo()->m_defaultAudioStream);
   EXPECT_EQ(file.defalutAudioStream(), node->decoderInfo()->m_defaultAudioStream);
   EXPECT_GE(node->selectAudioStream(), 0);
+
+  const QRegularExpression thumbnail(
+      QStringLiteral("^%1/two voices(\\d{14})\\.bmp$").arg(QRegularExpression::escape(videoImagePath)));
+  const auto match = thumbnail.match(file.imageName());
+  ASSERT_TRUE(match.hasMatch()) << file.imageName().toStdString();
+  EXPECT_TRUE(QFileInfo(file.imageName()).isFile());
+  EXPECT_GE(match.captured(1), ApplicationLifecycle::timeStampUTC8(before));
+  EXPECT_LE(match.captured(1), ApplicationLifecycle::timeStampUTC8(after));
 }
 
 TEST_F(AddingFiles, AnAudioFileHasNoPictureNoThumbnailAndAnEmptyCrop) {
@@ -148,22 +158,6 @@ TEST_F(AddingFiles, AnAudioFileHasNoPictureNoThumbnailAndAnEmptyCrop) {
   EXPECT_EQ(node->cropSettingInfo().w(), 0);
   EXPECT_EQ(node->cropSettingInfo().h(), 0);
   EXPECT_NEAR(node->mediaFileInfo().dTotalTime(), 1.5, 0.1);
-}
-
-TEST_F(AddingFiles, ThumbnailsAreNamedWithTheTimeInUtcPlus8) {
-  const QDateTime before = QDateTime::currentDateTimeUtc();
-  add({"clip.mp4"});
-  const QDateTime after = QDateTime::currentDateTimeUtc();
-
-  ASSERT_EQ(listItems().size(), 1);
-  const QString thumbnail = listItems().first()->mediaFileInfo().imageName();
-  const QRegularExpression name(
-      QStringLiteral("^%1/clip(\\d{14})\\.bmp$").arg(QRegularExpression::escape(videoImagePath)));
-  const auto match = name.match(thumbnail);
-  ASSERT_TRUE(match.hasMatch()) << thumbnail.toStdString();
-  EXPECT_TRUE(QFileInfo(thumbnail).isFile());
-  EXPECT_GE(match.captured(1), ApplicationLifecycle::timeStampUTC8(before));
-  EXPECT_LE(match.captured(1), ApplicationLifecycle::timeStampUTC8(after));
 }
 
 }  // namespace

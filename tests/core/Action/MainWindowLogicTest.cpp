@@ -53,26 +53,6 @@ TEST(ItemNameRules, RefusesForbiddenCharactersAndEnds) {
   EXPECT_FALSE(ItemNameEditing::checkString(QString(256, QLatin1Char('n'))));
 }
 
-TEST_F(MainWindowLogic, EditingANameKeepsOrRefusesAndTellsTheList) {
-  NodeTree list;
-  auto node = std::make_shared<NodeInfo>();
-  node->setOutputFilename(QStringLiteral("before"));
-  list.addChild(list.root(), node);
-  int changes = 0;
-  QObject::connect(&list, &NodeTree::changed, [&](const NodeTreeChange&) { ++changes; });
-
-  EXPECT_EQ(ItemNameEditing::endEditing(list, node, QStringLiteral("   ")), ItemNameEditing::Outcome::kRestored);
-  EXPECT_EQ(ItemNameEditing::endEditing(list, node, QStringLiteral("bad?name")), ItemNameEditing::Outcome::kRefused);
-  EXPECT_EQ(node->outputFilename(), QStringLiteral("before"));
-  ASSERT_EQ(alerts.alerts.size(), 1u);
-  EXPECT_EQ(alerts.alerts[0].informativeText, QStringLiteral("Contains invalid character."));
-  EXPECT_EQ(changes, 0);
-
-  EXPECT_EQ(ItemNameEditing::endEditing(list, node, QStringLiteral("  after  ")), ItemNameEditing::Outcome::kAccepted);
-  EXPECT_EQ(node->outputFilename(), QStringLiteral("after"));
-  EXPECT_EQ(changes, 1);
-}
-
 TEST(MediaItemRow, ShowsTrimmedLengthSizesAndTheAudioChoice) {
   NodeInfo node;
   node.setType(NodeInfo::kTypeFile);

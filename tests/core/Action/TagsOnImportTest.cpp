@@ -1,16 +1,13 @@
 // Tags read when files are added to the list: the node's tags and cover come
-// from the real file, the cover replaces the probe's thumbnail, and files the
-// tag library cannot read are still added, without tags.
+// from the real file, and the cover replaces the probe's thumbnail. (Files
+// without a cover or without readable tags are added in MainFormActionTest.)
 #include <gtest/gtest.h>
 
 #include "support/ListItems.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include "Action/MainFormAction.h"
-#include "Action/NodeInfoAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
@@ -60,26 +57,6 @@ TEST_F(TagsOnImport, AnMp4sTagsAndCoverLandInTheNodeAndTheCoverReplacesTheThumbn
   EXPECT_EQ(node->mediaFileInfo().imageName(), tags.image()) << "the cover replaces the probe thumbnail";
   const QString probeThumbnail = QStringLiteral("%1/holiday%2.bmp").arg(videoImagePath, match.captured(1));
   EXPECT_TRUE(QFileInfo::exists(probeThumbnail)) << "both pictures carry the same time stamp";
-}
-
-TEST_F(TagsOnImport, WithoutACoverTheThumbnailStaysAndTheTagsHaveNoPicture) {
-  const QString clip = media.tagged(QStringLiteral("plain.mp4"), {"title=Plain"});
-  const NodeInfo::Ptr node = addOne(clip);
-  ASSERT_TRUE(node);
-  EXPECT_EQ(node->metaData().title(), QStringLiteral("Plain"));
-  EXPECT_TRUE(node->metaData().image().isNull());
-  EXPECT_TRUE(node->mediaFileInfo().imageName().startsWith(videoImagePath + QStringLiteral("/plain")));
-  EXPECT_TRUE(QFileInfo::exists(node->mediaFileInfo().imageName()));
-  EXPECT_TRUE(QDir(videoImagePath).entryList({"thumbNail*"}, QDir::Files).isEmpty());
-}
-
-TEST_F(TagsOnImport, AContainerTheTagLibraryCannotReadIsAddedWithEmptyTags) {
-  const QString clip = media.tagged(QStringLiteral("tagged.mkv"), {"title=Only in Matroska"});
-  const NodeInfo::Ptr node = addOne(clip);
-  ASSERT_TRUE(node);
-  EXPECT_EQ(node->metaData(), MediaMetaData());
-  EXPECT_EQ(node->orgMetaData(), MediaMetaData());
-  EXPECT_TRUE(alerts.alerts.empty());
 }
 
 }  // namespace
