@@ -3,9 +3,8 @@
 // killed midway leaves only hidden temporaries, never a broken file under a
 // final name, for one output file and for the pieces of a split one alike.
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
+
+#include <QProcess>
 
 #include <filesystem>
 #include <fstream>
@@ -42,16 +41,15 @@ std::string storedRecord(const std::string& name, const Record& record) {
 // Runs the conversion in a helper process until it has written `writtenUs`
 // of output, then kills it outright. False when the helper never got there.
 bool convertAndKill(const MediaItem& item, const OutputParam& output, int64_t writtenUs) {
-  const StartedProcess helper = startProcess({ENGINE_CONVERT_UNTIL_KILLED, storedRecord("item.record", item),
-                                              storedRecord("output.record", output), std::to_string(writtenUs)});
-  if (helper.pid < 0) return false;
-  std::string said;
-  char character = 0;
-  while (said.size() < 8 && read(helper.output, &character, 1) == 1) said += character;
-  kill(helper.pid, SIGKILL);
-  waitpid(helper.pid, nullptr, 0);
-  close(helper.output);
-  return said == "written\n";
+  QProcess helper;
+  helper.start(ENGINE_CONVERT_UNTIL_KILLED,
+               {QString::fromStdString(storedRecord("item.record", item)),
+                QString::fromStdString(storedRecord("output.record", output)), QString::number(writtenUs)});
+  while (helper.bytesAvailable() < 8 && helper.waitForReadyRead(120000)) {
+  }
+  helper.kill();
+  helper.waitForFinished();
+  return helper.readAllStandardOutput() == "written\n";
 }
 
 void removeTemporaries() {

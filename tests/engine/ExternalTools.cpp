@@ -1,31 +1,10 @@
 #include "ExternalTools.h"
 
-#include <unistd.h>
-
 #include <sstream>
 
 #include "GeneratedMedia.h"
 
 namespace enginetest {
-
-StartedProcess startProcess(const std::vector<std::string>& arguments) {
-  int pipeEnds[2];
-  if (pipe(pipeEnds) != 0) return {};
-  const pid_t child = fork();
-  if (child < 0) return {};
-  if (child == 0) {
-    dup2(pipeEnds[1], STDOUT_FILENO);
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-    std::vector<char*> argv;
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
-    execvp(argv[0], argv.data());
-    _exit(127);
-  }
-  close(pipeEnds[1]);
-  return {child, pipeEnds[0]};
-}
 
 ProcessResult runProcess(const std::vector<std::string>& arguments) {
   QStringList rest;

@@ -16,14 +16,6 @@ struct ProcessResult {
 
 ProcessResult runProcess(const std::vector<std::string>& arguments);
 
-// A program started with its standard output on a pipe, for a test that
-// reads and then ends it itself.
-struct StartedProcess {
-  int pid = -1;
-  int output = -1;  // read end of the pipe
-};
-StartedProcess startProcess(const std::vector<std::string>& arguments);
-
 // "key=value" lines of ffprobe for the first stream matching `selector`
 // ("v:0", "a", "" for the format section), e.g. {"width": "320"}.
 std::map<std::string, std::string> ffprobeFields(const std::string& path, const std::string& section,

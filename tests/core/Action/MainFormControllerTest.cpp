@@ -100,7 +100,7 @@ class MainWindowCommands : public testing::Test {
   MainFormController controller{db};
 };
 
-TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRest) {
+TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRestAndAnEmptyListOnlyAlerts) {
   std::vector<WindowState> states;
   QObject::connect(&controller, &MainFormController::windowStateChanged,
                    [&states](WindowState state) { states.push_back(state); });
@@ -122,6 +122,10 @@ TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRes
   EXPECT_TRUE(controller.videoData().isEmpty());
   EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
   MainFormController::lastSelectAllowFiles = 0;
+
+  controller.showConverterWindowModal();
+  EXPECT_EQ(alertTexts().back(), kProductName + "|Please add files !") << "an empty list only alerts";
+  EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
 }
 
 TEST_F(MainWindowCommands, DroppingIgnoresUnknownFilesAndOpenEditors) {
@@ -234,13 +238,6 @@ TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {
   EXPECT_TRUE(QFileInfo(photoOutputPath).isDir());
 }
 
-TEST_F(MainWindowCommands, StartingWithAnEmptyListOnlyAlerts) {
-  controller.showConverterWindowModal();
-  EXPECT_EQ(alertTexts(), QStringList{kProductName + "|Please add files !"});
-  EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
-}
-
-// (The window tests run a conversion to its end: states, alert and folder.)
 TEST_F(MainWindowCommands, TheListCannotChangeWhileConverting) {
   addTwoClips();
   controller.showConverterWindowModal();

@@ -60,6 +60,12 @@ TEST_F(ProfileChoice, AnEntryGivesTheNodeItsDefaultChoices) {
   EXPECT_EQ(profile.imageName(), QStringLiteral("profile_web"));
   EXPECT_TRUE(node.metaEditEnable()) << "mp4 takes tags";
   EXPECT_TRUE(alerts.alerts.empty());
+
+  // The same profile again, or no entry, keeps what the settings panel changed since.
+  node.curProfileSetting().setVideoBitrate(777);
+  EXPECT_TRUE(ProfileAction::initProfileSettingInfo(node, &web));
+  EXPECT_TRUE(ProfileAction::initProfileSettingInfo(node, nullptr));
+  EXPECT_EQ(node.curProfileSetting().videoBitrate(), 777);
 }
 
 TEST_F(ProfileChoice, OptionsWithoutAUsableDefaultLeaveTheirFieldUnset) {
@@ -77,15 +83,6 @@ TEST_F(ProfileChoice, OptionsWithoutAUsableDefaultLeaveTheirFieldUnset) {
   EXPECT_EQ(profile.videoBitrate(), 0) << "an index past the end is no choice";
   EXPECT_EQ(profile.audioEncoder(), QStringLiteral("aac")) << "text that is no number reads as 0";
   EXPECT_EQ(profile.audioBitrate(), 0);
-}
-
-TEST_F(ProfileChoice, TheSameProfileOrNoEntryChangesNothing) {
-  ASSERT_TRUE(ProfileAction::initProfileSettingInfo(node, &web));
-  node.curProfileSetting().setVideoBitrate(777);  // changed in the settings panel since
-
-  EXPECT_TRUE(ProfileAction::initProfileSettingInfo(node, &web));
-  EXPECT_TRUE(ProfileAction::initProfileSettingInfo(node, nullptr));
-  EXPECT_EQ(node.curProfileSetting().videoBitrate(), 777);
 }
 
 TEST_F(ProfileChoice, AnEntryWithoutAudioBitratesIsADamagedCatalogue) {

@@ -328,15 +328,6 @@ TEST_F(JobRecords, TooManyFilesOrTooLongPathsAreRefusedBeforeAnythingIsCopied) {
   ASSERT_EQ(job.initMediaData(node), 0);
   EXPECT_EQ(text(job.mediaItemAt(1).m_watermarkInfo.m_imagePath).size(), 1024u) << "a 1,024-byte path fills its field";
   EXPECT_EQ(job.mediaItemCount(), 2);
-
-  ConvertMedia starter;
-  EXPECT_EQ(starter.encode(nullptr), -1);
-  const NodeInfo::Ptr deep = item(0);
-  deep->setOutputPath(media.path() + QLatin1Char('/') + QString(250, QLatin1Char('d')));
-  EXPECT_EQ(starter.encode(deep), -1);
-  EXPECT_EQ(deep->converterState(), 0);
-  EXPECT_TRUE(starter.videoPath().isEmpty());
-  EXPECT_TRUE(starter.refusal().contains(QStringLiteral("output path"))) << starter.refusal().toStdString();
 }
 
 class RecordingDelegate : public ConvertMediaDelegate {
