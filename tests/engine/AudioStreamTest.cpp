@@ -20,9 +20,7 @@ TEST(AudioStreams, NamedByLanguageTitleCodecAndLayoutInFileOrder) {
   // the cut falls before the letter that would be split.
   EXPECT_STREQ(commentary.m_audioStreamName, "ger ééééééééééééé");
   EXPECT_LT(commentary.m_audioSteamId, surround.m_audioSteamId);
-}
-
-TEST(AudioStreams, NamesWithoutTagsStillTellCodecAndLayout) {
+  // Streams without tags are still named by codec and layout.
   EXPECT_STREQ(probeFile(sample("song.wav")).info.m_AudioStreamInfo[0].m_audioStreamName, "PCM mono");
   EXPECT_STREQ(probeFile(sample("song.mp3")).info.m_AudioStreamInfo[0].m_audioStreamName, "MP3 stereo");
   EXPECT_STREQ(probeFile(sample("clip.ts")).info.m_AudioStreamInfo[0].m_audioStreamName, "MP2 mono");

@@ -83,11 +83,6 @@ INSTANTIATE_TEST_SUITE_P(Containers, ProbedLikeFfprobe,
                            return name;
                          });
 
-TEST(MediaInfo, ExactBitDepthOfLosslessAudio) {
-  EXPECT_EQ(probeFile(sample("song.flac")).info.m_AudioStreamInfo[0].m_BitsPerSample, 16);
-  EXPECT_EQ(probeFile(sample("song.wav")).info.m_AudioStreamInfo[0].m_BitsPerSample, 16);
-}
-
 TEST(MediaInfo, NameWithSpacesAndNonAsciiLettersProbesLikeItsSource) {
   const std::filesystem::path copy = std::filesystem::path(scratchFolder()) / "Ünïcode clip – 日本語 (1).mp4";
   std::filesystem::copy_file(sample("clip.mp4"), copy, std::filesystem::copy_options::overwrite_existing);
@@ -114,6 +109,9 @@ TEST(MediaInfo, AudioFilesAndAnAudioOnlyRequestHaveNoPictureNoThumbnailAndNoInde
     EXPECT_STREQ(probed.info.m_Thumbnail, "");
     EXPECT_STREQ(probed.info.m_framesPosFileName, "");
     EXPECT_FALSE(std::filesystem::exists(thumbnail));
+    if (std::string(name) == "song.flac" || std::string(name) == "song.wav") {
+      EXPECT_EQ(probed.info.m_AudioStreamInfo[0].m_BitsPerSample, 16) << "the exact depth of lossless sound";
+    }
   }
 }
 

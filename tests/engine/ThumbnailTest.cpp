@@ -87,16 +87,15 @@ TEST(Thumbnail, SecondFormTakesTheFrameAtTheGivenTime) {
   }
 }
 
-TEST(Thumbnail, UnwritableDestinationLeavesTheProbeIntactAndNoFile) {
+TEST(Thumbnail, AnUnwritableDestinationLeavesTheProbeIntactAndAWritableOneIsReplacedWhole) {
   const std::string missingFolder = scratchFolder() + "/no such folder";
   const Probed probed = probeFile(sample("clip.mp4"), missingFolder + "/thumb.bmp");
   ASSERT_EQ(probed.code, 0);
   EXPECT_EQ(probed.info.m_Width, 320);
   EXPECT_STREQ(probed.info.m_Thumbnail, "");
   EXPECT_FALSE(std::filesystem::exists(missingFolder));
-}
 
-TEST(Thumbnail, ReplacesAnOlderPictureAndLeavesNoPartialFile) {
+  // A writable one replaces an older picture and leaves no partial file.
   const std::string path = thumbnailPath("replaced");
   ASSERT_EQ(probeFile(sample("clip.ts"), path).code, 0);
   ASSERT_EQ(probeFile(sample("clip.mp4"), path).code, 0);
