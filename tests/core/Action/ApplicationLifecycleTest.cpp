@@ -107,7 +107,7 @@ class ForeignHold {
   QProcess holder_;
 };
 
-TEST_F(Lifecycle, ARunFolderAnotherProgramHoldsIsNeitherRemovedNorShared) {
+TEST_F(Lifecycle, ARunFolderAnotherProgramHoldsOrOneOutsideTheTemporaryFolderIsNeverRemoved) {
   const QDateTime moment(QDate(2026, 3, 1), QTime(10, 0, 0), QTimeZone::utc());
   const QString busy = StandardPaths::temporaryDataPath() + ApplicationLifecycle::timeStampUTC8(moment);
   UserDefaults& defaults = UserDefaults::standardUserDefaults();
@@ -123,14 +123,12 @@ TEST_F(Lifecycle, ARunFolderAnotherProgramHoldsIsNeitherRemovedNorShared) {
   defaults.setObject(busy, QStringLiteral("TmpPath"));
   QDir(ApplicationLifecycle::createMemoryTmpPath(moment.addSecs(1))).removeRecursively();
   EXPECT_FALSE(QDir(busy).exists()) << "the folder stayed once nobody held it";
-}
 
-TEST_F(Lifecycle, AStaleTmpPathOutsideTheTemporaryFolderIsNeverRemoved) {
   const QString precious = TestEnvironment::home() + QStringLiteral("/20260101000000");
   ASSERT_TRUE(QDir().mkpath(precious));
-  UserDefaults::standardUserDefaults().setObject(precious, QStringLiteral("TmpPath"));
+  defaults.setObject(precious, QStringLiteral("TmpPath"));
   QDir(ApplicationLifecycle::createMemoryTmpPath()).removeRecursively();
-  EXPECT_TRUE(QDir(precious).exists());
+  EXPECT_TRUE(QDir(precious).exists()) << "a folder outside the temporary folder was removed";
 }
 
 TEST_F(Lifecycle, QuittingDuringAConversionAsksAndOnlyYesCancels) {

@@ -80,7 +80,10 @@ TEST_F(NodeTrees, AMergedNodeStandsForItsMembersAndAnyOtherNodeForItself) {
   EXPECT_TRUE(NodeInfoAction::getChildNodeData(nullptr).isEmpty());
 }
 
-TEST_F(NodeTrees, TheMergeTreeJoinsCopiesOfEveryFileOfTheList) {
+TEST_F(NodeTrees, TheMergeTreeJoinsCopiesOfEveryFileOfTheListAndAnEmptyListBuildsNone) {
+  NodeInfoAction::createMergeTableNodeInfo(db);
+  EXPECT_EQ(NodeInfoAction::getInfoTable(db, QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
+
   const NodeInfo::Ptr first = addFile(QStringLiteral("first"), 10.5, 4096, 640, 360);
   first->cropSettingInfo().setRect(10, 10, 100, 100);
   const NodeInfo::Ptr group = NodeInfo::create();
@@ -126,7 +129,7 @@ TEST_F(NodeTrees, TheMergeTreeJoinsCopiesOfEveryFileOfTheList) {
   EXPECT_EQ(merged->VideoMinutes(), 0);
 }
 
-TEST_F(NodeTrees, RebuildingTheMergeTreeReplacesItAndATrimmedFirstItemBringsNoSegments) {
+TEST_F(NodeTrees, RebuildingTheMergeTreeReplacesItKeepsMembersSegmentsAndSurvivesAnEmptiedList) {
   const NodeInfo::Ptr trimmed = addFile(QStringLiteral("trimmed"), 20, 0);
   trimmed->setType(NodeInfo::kTypeTrimmed);
   const NodeInfo::Ptr segment = NodeInfo::create();
@@ -142,18 +145,11 @@ TEST_F(NodeTrees, RebuildingTheMergeTreeReplacesItAndATrimmedFirstItemBringsNoSe
   EXPECT_EQ(names(merged->childNode()), QStringList({"trimmed", "other"}));
   EXPECT_EQ(names(merged->getChildNodeAtIndex(0)->childNode()), QStringList({"trimmed_segment01"}))
       << "a member keeps its own segments";
-}
 
-TEST_F(NodeTrees, AnEmptyListBuildsNoMergeTree) {
-  NodeInfoAction::createMergeTableNodeInfo(db);
-  EXPECT_EQ(NodeInfoAction::getInfoTable(db, QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
-
-  addFile(QStringLiteral("only"), 1, 1);
-  NodeInfoAction::createMergeTableNodeInfo(db);
+  // An emptied list keeps the previous tree until it is cleared.
   NodeInfoAction::mainList(db).removeAllChildren(NodeInfoAction::getRootNode(db));
   NodeInfoAction::createMergeTableNodeInfo(db);
   EXPECT_EQ(NodeInfoAction::getMergeRootNode(db)->getChildNodeCount(), 1) << "the previous tree stays";
-
   NodeInfoAction::clearAllMergeNodeInfo(db);
   EXPECT_TRUE(NodeInfoAction::mergeTree(db).isEmpty());
 }

@@ -21,11 +21,13 @@ qint64 chosenIndex(const QList<DownloadVideoInfo>& files, int quality, qint64 be
   return task.selectFileIndex();
 }
 
-TEST(QualityRule, TheExamplesOfTheThreeRules) {
+TEST(QualityRule, TheExamplesOfTheThreeRulesAndWhatLeavesTheIndex) {
   const QList<DownloadVideoInfo> files{file(1280, 720, "mp4"), file(1280, 720, "flv"), file(640, 360, "webm")};
   EXPECT_EQ(chosenIndex(files, 0), 0);  // 1280x720 mp4
   EXPECT_EQ(chosenIndex(files, 2), 2);  // 640x360 webm
   EXPECT_EQ(chosenIndex(files, 1), 2);  // two groups: the one at index 1
+  EXPECT_EQ(chosenIndex({file(640, 360, "mp4")}, 3, 7), 7) << "any other rule leaves the index";
+  EXPECT_EQ(chosenIndex({}, 0, -1), -1) << "so does an empty list";
 }
 
 TEST(QualityRule, WithinOneFrameSizeTheBetterFormatWinsAndTheFirstMp4EndsTheSearch) {
@@ -54,11 +56,6 @@ TEST(QualityRule, WithinOneFrameSizeTheBetterFormatWinsAndTheFirstMp4EndsTheSear
       {"unknown formats keep the first", {file(640, 360, "mkv"), file(640, 360, "mov")}, 0, 0},
   };
   for (const Case& test : cases) EXPECT_EQ(chosenIndex(test.files, test.quality), test.chosen) << test.name;
-}
-
-TEST(QualityRule, AnyOtherRuleAndAnEmptyListLeaveTheIndex) {
-  EXPECT_EQ(chosenIndex({file(640, 360, "mp4")}, 3, 7), 7);
-  EXPECT_EQ(chosenIndex({}, 0, -1), -1);
 }
 
 TEST(FormatPreference, EqualExtensionsAndUnknownOnesAreEven) {

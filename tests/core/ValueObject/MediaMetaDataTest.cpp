@@ -62,7 +62,7 @@ TEST(ReadingTheTagRecord, TrackAndDiscSplitAtTheSlashAndALoneNumberKeepsTheTotal
   EXPECT_EQ(std::pair(tags.curDiskNum(), tags.totalDiskNum()), std::pair(0, 0));
 }
 
-TEST(ReadingTheTagRecord, LaterEntriesWinAndUnknownKeysAndSpareEntriesAreIgnored) {
+TEST(ReadingTheTagRecord, LaterEntriesWinUnknownKeysAndSpareEntriesAreIgnoredAndFullFieldsDoNotRunOver) {
   auto info = record({{1, "First"}, {19, "Not a tag"}, {0, "Nor this"}, {1, "Second"}, {10, "4/8"}, {10, "6"}});
   MetaDataItem& beyondCount = info->items[info->count];
   beyondCount.key = METADATA_KEY_ARTIST;
@@ -79,12 +79,10 @@ TEST(ReadingTheTagRecord, LaterEntriesWinAndUnknownKeysAndSpareEntriesAreIgnored
   onlyTitle.setCurTrackNum(6);
   onlyTitle.setTotalTrackNum(8);
   EXPECT_EQ(tags, onlyTitle) << "keys 0 and 19 changed no field";
-}
 
-TEST(ReadingTheTagRecord, AValueFillingItsWholeFieldIsReadWithoutRunningOver) {
-  auto info = record({{1, ""}, {3, "Next entry"}});
+  // A value that fills its whole field is read without running over.
+  info = record({{1, ""}, {3, "Next entry"}});
   std::memset(info->items[0].value, 'x', sizeof info->items[0].value);
-  MediaMetaData tags;
   tags.getValueFromDataInfos(*info);
   EXPECT_EQ(tags.title(), QString(METADATA_VALUE_SIZE, QLatin1Char('x')));
   EXPECT_EQ(tags.artist(), QStringLiteral("Next entry"));
