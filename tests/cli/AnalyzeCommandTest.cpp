@@ -25,7 +25,7 @@ class AnalyzeCommand : public testing::Test {
   LocalHttplibServer httplib;
 };
 
-TEST_F(AnalyzeCommand, PrintsTheSiteEveryFileAndTheOneTheQualityRuleChooses) {
+TEST_F(AnalyzeCommand, PrintsTheSiteEveryFileAndTheChosenOneOrWhyThereIsNone) {
   const ProgramResult highest = analyze({httplib.url("/page.html").toString()});
   ASSERT_EQ(highest.exitCode, 0) << highest.errorOutput.toStdString();
   const QString& out = highest.standardOutput;
@@ -46,9 +46,7 @@ TEST_F(AnalyzeCommand, PrintsTheSiteEveryFileAndTheOneTheQualityRuleChooses) {
   EXPECT_EQ(files[1].toObject()["url"].toString(), httplib.url("/small.webm").toString());
   EXPECT_EQ(files[1].toObject()["size_text"].toString(), "3.50 MB");
   EXPECT_EQ(files[1].toObject()["width"].toInt(), 640);
-}
 
-TEST_F(AnalyzeCommand, AnAddressWithoutVideoPrintsWhyAndFails) {
   const ProgramResult empty = analyze({httplib.url("/empty.html").toString()});
   EXPECT_EQ(empty.exitCode, 1);
   EXPECT_TRUE(empty.errorOutput.contains("no video was found on the page")) << empty.errorOutput.toStdString();

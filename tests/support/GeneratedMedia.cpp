@@ -124,17 +124,6 @@ QMap<QString, QString> tags(const QString& path) {
   return found;
 }
 
-QString coverCodec(const QString& path) {
-  const QByteArray listed =
-      run(QStringLiteral("ffprobe"),
-          {"-v", "error", "-show_entries", "stream=codec_name:stream_disposition=attached_pic", "-of", "csv=p=0", path})
-          .output;
-  for (const QByteArray& line : listed.split('\n')) {
-    if (line.endsWith(",1")) return QString::fromUtf8(line.chopped(2));
-  }
-  return {};
-}
-
 QString Folder::clip(const QString& name, double length, int audioStreams, const QString& size) const {
   QStringList arguments = picture(length, size);
   for (int stream = 0; stream < audioStreams; ++stream) arguments += tone(length, 440 + 220 * stream);

@@ -47,8 +47,6 @@ double duration(const QString& path);
 int streamCount(const QString& path, const QString& type);
 // The tags of the file and of its first sound stream, keys in lower case.
 QMap<QString, QString> tags(const QString& path);
-// Codec of the attached cover picture, such as "png" or "mjpeg"; empty when none.
-QString coverCodec(const QString& path);
 
 // A temporary folder of test files, removed with everything in it.
 class Folder {

@@ -8,10 +8,6 @@
 #include <stdexcept>
 
 LocalHttplibServer::LocalHttplibServer() {
-  server.set_logger([this](const httplib::Request& request, const httplib::Response&) {
-    std::lock_guard lock(mutex_);
-    requested_.push_back(request.path);
-  });
   port_ = server.bind_to_any_port("127.0.0.1");
   if (port_ <= 0) throw std::runtime_error("cpp-httplib cannot listen on 127.0.0.1");
   thread_ = std::thread([this] { server.listen_after_bind(); });
@@ -57,11 +53,6 @@ QUrl LocalHttplibServer::url(const QString& path) const {
 
 std::string LocalHttplibServer::address(const std::string& path) const {
   return "http://127.0.0.1:" + std::to_string(port_) + path;
-}
-
-std::vector<std::string> LocalHttplibServer::requestedPaths() const {
-  std::lock_guard lock(mutex_);
-  return requested_;
 }
 
 int closedLoopbackPort() {

@@ -13,7 +13,6 @@
 #include <mutex>
 #include <string>
 #include <thread>
-#include <vector>
 
 class LocalHttplibServer {
  public:
@@ -32,18 +31,15 @@ class LocalHttplibServer {
 
   QUrl url(const QString& path) const;
   std::string address(const std::string& path) const;
-  // The paths of the requests answered, in order.
-  std::vector<std::string> requestedPaths() const;
 
   httplib::Server server;
 
  private:
   int port_ = 0;
   std::thread thread_;
-  mutable std::mutex mutex_;
+  std::mutex mutex_;
   std::condition_variable stopped_;
   bool stopping_ = false;
-  std::vector<std::string> requested_;
 };
 
 // A port on 127.0.0.1 that was free a moment ago and that nobody listens on.

@@ -194,7 +194,7 @@ TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
       << rows[0]->outcomeReason().toStdString();
 }
 
-TEST_F(ConversionQueue, RowsThatFailToStartOrInTheConverterEndFailedAndTheRunGoesOn) {
+TEST_F(ConversionQueue, RowsThatFailToStartOrInTheConverterEndFailedTheRunGoesOnAndEndsOnceIfNoneStarts) {
   makeRows(3);
   rows[0]->nodeInfo()->curProfileSetting().setVideoEncoder(QStringLiteral("nonesuch"));
   rows[1]->nodeInfo()->setOutputFilename(kNameTooLong);
@@ -224,17 +224,18 @@ TEST_F(ConversionQueue, RowsThatFailToStartOrInTheConverterEndFailedAndTheRunGoe
   EXPECT_EQ(rows[2]->outputPath(), outputOf(2));
   EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
   EXPECT_TRUE(QFileInfo::exists(outputOf(2)));
-}
 
-TEST_F(ConversionQueue, RunWhoseEveryRowFailsStillEndsOnce) {
-  makeRows(2);
+  // A run whose every row fails to start still ends once.
+  QDir(outputFolder).removeRecursively();
   for (const auto& row : rows) row->nodeInfo()->setOutputFilename(kNameTooLong);
+  started.clear();
+  window.endCount = 0;
   queue.encode(rowList());
   ASSERT_TRUE(waitForEnd());
   EXPECT_TRUE(started.isEmpty());
   EXPECT_EQ(window.endCount, 1);
   EXPECT_FALSE(queue.isConvert());
-  EXPECT_TRUE(QDir(outputFolder).isEmpty());
+  EXPECT_FALSE(QDir(outputFolder).exists());
 }
 
 }  // namespace

@@ -99,7 +99,6 @@ TEST_F(TagWindow, SavesEveryFieldIntoItsOwnTag) {
   EXPECT_EQ(node->orgMetaData(), MediaMetaData()) << "the tags as read stay as read";
 }
 
-
 TEST_F(TagWindow, SwitchingItemsSavesTheOneOnScreenAndCancelDropsOnlyTheLastEdits) {
   const NodeInfo::Ptr first = nodeWithTags(QStringLiteral("first"), MediaMetaData());
   const NodeInfo::Ptr second = nodeWithTags(QStringLiteral("second"), MediaMetaData());
@@ -175,7 +174,7 @@ TEST_F(TagWindow, TheCoverIsShownOnlyWhenItsFileExistsAndCanBeReplacedOrRemoved)
   EXPECT_EQ(coversShown, QStringList({cover, dropped, QString(), dropped, QString()}));
 }
 
-TEST_F(TagWindow, NumberFieldsTakeOnlyTypedDigitsUpToTheMaximum) {
+TEST_F(TagWindow, NumberFieldsTakeOnlyTypedDigitsUpToTheMaximumAndATotalNotAboveItsNumberIsNotSaved) {
   const NodeInfo::Ptr node = nodeWithTags(QStringLiteral("clip"), MediaMetaData());
   controller.showWindowModal({node});
   type(Field::TrackNum, QStringLiteral("1"));
@@ -197,31 +196,30 @@ TEST_F(TagWindow, NumberFieldsTakeOnlyTypedDigitsUpToTheMaximum) {
   EXPECT_FALSE(controller.setFieldText(Field::DiskTotal, QStringLiteral("6535٣")))
       << "only ASCII digits read as numbers";
   EXPECT_TRUE(controller.setFieldText(Field::Year, QStringLiteral("circa 1900"))) << "only number fields are checked";
-}
 
-TEST_F(TagWindow, ATotalNotAboveItsNumberKeepsTheStoredTotal) {
+  // A total not above its number keeps the stored total.
   MediaMetaData tags;
   tags.setCurTrackNum(3);
   tags.setTotalTrackNum(12);
   tags.setCurDiskNum(1);
   tags.setTotalDiskNum(2);
-  const NodeInfo::Ptr node = nodeWithTags(QStringLiteral("clip"), tags);
-  controller.showWindowModal({node});
+  const NodeInfo::Ptr counted = nodeWithTags(QStringLiteral("clip"), tags);
+  controller.showWindowModal({counted});
 
   type(Field::TrackNum, QStringLiteral("5"));
   type(Field::TrackTotal, QStringLiteral("5"));
   type(Field::DiskNum, QStringLiteral("2"));
   type(Field::DiskTotal, QString());
   controller.saveMetaData();
-  EXPECT_EQ(std::pair(node->metaData().curTrackNum(), node->metaData().totalTrackNum()), std::pair(5, 12));
-  EXPECT_EQ(std::pair(node->metaData().curDiskNum(), node->metaData().totalDiskNum()), std::pair(2, 2));
+  EXPECT_EQ(std::pair(counted->metaData().curTrackNum(), counted->metaData().totalTrackNum()), std::pair(5, 12));
+  EXPECT_EQ(std::pair(counted->metaData().curDiskNum(), counted->metaData().totalDiskNum()), std::pair(2, 2));
 
   type(Field::TrackTotal, QStringLiteral("6"));
   type(Field::DiskNum, QString());
   type(Field::DiskTotal, QStringLiteral("1"));
   controller.saveMetaData();
-  EXPECT_EQ(std::pair(node->metaData().curTrackNum(), node->metaData().totalTrackNum()), std::pair(5, 6));
-  EXPECT_EQ(std::pair(node->metaData().curDiskNum(), node->metaData().totalDiskNum()), std::pair(0, 1));
+  EXPECT_EQ(std::pair(counted->metaData().curTrackNum(), counted->metaData().totalTrackNum()), std::pair(5, 6));
+  EXPECT_EQ(std::pair(counted->metaData().curDiskNum(), counted->metaData().totalDiskNum()), std::pair(0, 1));
 }
 
 }  // namespace

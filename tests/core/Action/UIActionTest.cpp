@@ -70,7 +70,7 @@ TEST_F(ConfigXml, ValuesSurviveASaveAndAReload) {
   EXPECT_TRUE(readConfig().contains("\n        <outputpath>")) << "written back pretty-printed";
 }
 
-TEST_F(ConfigXml, AnUnusableOutputFolderFallsBackToTheDefault) {
+TEST_F(ConfigXml, AnUnusableOutputFolderFallsBackToTheDefaultAndADamagedFileIsKeptAside) {
   QTemporaryDir folder;
   ASSERT_TRUE(folder.isValid());
   const QString aFile = folder.filePath(QStringLiteral("file"));
@@ -84,6 +84,14 @@ TEST_F(ConfigXml, AnUnusableOutputFolderFallsBackToTheDefault) {
     EXPECT_EQ(DefOutputPath, GlobalSettings::makerFolder()) << unusable.toStdString();
     EXPECT_EQ(photoOutputPath, GlobalSettings::makerFolder() + QStringLiteral("/photo"));
   }
+
+  writeConfig("<config><user><outputpath>");
+  const auto document = UIAction::readConfigXml();
+  ASSERT_TRUE(document);
+  EXPECT_FALSE(document->documentElement().firstChildElement(QStringLiteral("user")).isNull());
+  QFile damaged(UIAction::configXmlPath() + QStringLiteral(".damaged"));
+  ASSERT_TRUE(damaged.open(QIODevice::ReadOnly));
+  EXPECT_EQ(damaged.readAll(), QByteArray("<config><user><outputpath>"));
 }
 
 TEST_F(ConfigXml, AFileLackingWhatIsReadIsRepairedKeepingEveryValueItHeld) {
@@ -110,16 +118,6 @@ TEST_F(ConfigXml, AFileLackingWhatIsReadIsRepairedKeepingEveryValueItHeld) {
       EXPECT_TRUE(readConfig().contains(QByteArray("<") + element)) << element << " missing from the repaired file";
     }
   }
-}
-
-TEST_F(ConfigXml, ADamagedFileIsKeptAsideAndReplaced) {
-  writeConfig("<config><user><outputpath>");
-  const auto document = UIAction::readConfigXml();
-  ASSERT_TRUE(document);
-  EXPECT_FALSE(document->documentElement().firstChildElement(QStringLiteral("user")).isNull());
-  QFile damaged(UIAction::configXmlPath() + QStringLiteral(".damaged"));
-  ASSERT_TRUE(damaged.open(QIODevice::ReadOnly));
-  EXPECT_EQ(damaged.readAll(), QByteArray("<config><user><outputpath>"));
 }
 
 TEST_F(ConfigXml, TheLinkIdTakesTheVersionDigitsOnceAndIsNeverOverwritten) {

@@ -15,7 +15,7 @@ void writeFile(const QString& path, qsizetype size) {
   file.write(QByteArray(size, 'x'));
 }
 
-TEST(CommonClassTime, FormatsWholeSecondsAsHoursMinutesSeconds) {
+TEST(CommonClassText, FormatsWholeSecondsAsHoursMinutesSecondsAndTrimsTheWayTheListNamesNeed) {
   EXPECT_EQ(CommonClass::formatTimeForDouble(3661.9), QStringLiteral("01:01:01"));
   EXPECT_EQ(CommonClass::formatTimeForDouble(0), QStringLiteral("00:00:00"));
   EXPECT_EQ(CommonClass::formatTimeForDouble(100 * 3600), QStringLiteral("100:00:00"));
@@ -23,6 +23,16 @@ TEST(CommonClassTime, FormatsWholeSecondsAsHoursMinutesSeconds) {
   EXPECT_EQ(CommonClass::timeStrBySecond(3599), QStringLiteral("00:59:59"));
   EXPECT_EQ(CommonClass::timeFormatBySecond(86399), "23:59:59");
   EXPECT_DOUBLE_EQ(CommonClass::getMinute(90), 1.5);
+
+  EXPECT_EQ(CommonClass::NSStringTrim(QStringLiteral("  a b \n")), QStringLiteral("ab"));
+  EXPECT_EQ(CommonClass::NSStringTrim(QStringLiteral("\tx\t y\n")), QStringLiteral("x\ty")) << "inner tabs stay";
+
+  char padded[] = "  \t name  \n";
+  EXPECT_EQ(CommonClass::trim(padded), padded);
+  EXPECT_STREQ(padded, "name");
+  char blank[] = " \t\n ";
+  EXPECT_EQ(CommonClass::trim(blank), nullptr);
+  EXPECT_EQ(CommonClass::trim(nullptr), nullptr);
 }
 
 TEST(CommonClassSize, MeasuresFilesAndFolders) {
@@ -50,18 +60,6 @@ TEST(CommonClassColor, ParsesSixAndEightDigitHex) {
   EXPECT_FALSE(CommonClass::getColor(QStringLiteral("F00")));
   EXPECT_FALSE(CommonClass::getColor(QString()));
   EXPECT_FALSE(CommonClass::getColor(QStringLiteral("GG0000")));
-}
-
-TEST(CommonClassText, TrimsTheWayTheListNamesNeed) {
-  EXPECT_EQ(CommonClass::NSStringTrim(QStringLiteral("  a b \n")), QStringLiteral("ab"));
-  EXPECT_EQ(CommonClass::NSStringTrim(QStringLiteral("\tx\t y\n")), QStringLiteral("x\ty")) << "inner tabs stay";
-
-  char padded[] = "  \t name  \n";
-  EXPECT_EQ(CommonClass::trim(padded), padded);
-  EXPECT_STREQ(padded, "name");
-  char blank[] = " \t\n ";
-  EXPECT_EQ(CommonClass::trim(blank), nullptr);
-  EXPECT_EQ(CommonClass::trim(nullptr), nullptr);
 }
 
 TEST(CommonClassFiles, CreatesCopiesAndDeletes) {

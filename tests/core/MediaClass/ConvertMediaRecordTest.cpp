@@ -246,7 +246,7 @@ TEST_F(JobRecords, FrameRatesFollowTheTableWithExactComparison) {
   }
 }
 
-TEST_F(JobRecords, SplitSettingsBecomeTheSegmentLength) {
+TEST_F(JobRecords, SplitSettingsBecomeTheSegmentLengthAndOutputNamesAreNumberedFromZero) {
   const NodeInfo::Ptr node = item(0);
   node->mediaFileInfo().setITotalTime(100);
   const auto segmentUs = [&node](int32_t splitRow, int32_t minutes, int32_t clips) {
@@ -262,6 +262,14 @@ TEST_F(JobRecords, SplitSettingsBecomeTheSegmentLength) {
   EXPECT_EQ(segmentUs(1, 2, 1), 0) << "minutes count only when split by minutes";
   node->mediaFileInfo().setITotalTime(3);
   EXPECT_EQ(segmentUs(1, 0, 5), 0) << "more clips than seconds keeps one output";
+
+  testmedia::Folder folder;
+  EXPECT_EQ(OutputParamRecord::freeOutputPath(folder.path(), "movie", "mp4", false), folder.path("movie.mp4"));
+  folder.write(QStringLiteral("movie.mp4"), "x");
+  folder.write(QStringLiteral("movie(0).mp4"), "x");
+  EXPECT_EQ(OutputParamRecord::freeOutputPath(folder.path(), "movie", "mp4", false), folder.path("movie(1).mp4"));
+  folder.write(QStringLiteral("clip_0.mp3"), "x");
+  EXPECT_EQ(OutputParamRecord::freeOutputPath(folder.path(), "clip", "mp3", true), folder.path("clip(0).mp3"));
 }
 
 TEST_F(JobRecords, OutputSizeFitsTheCropIntoTheProfilesBounds) {
@@ -290,16 +298,6 @@ TEST_F(JobRecords, OutputSizeFitsTheCropIntoTheProfilesBounds) {
         << sample.resolution << " " << sample.width << "x" << sample.height << " fit " << sample.fit;
   }
   EXPECT_EQ(ConvertMedia::getNodeResolutionSize(*item(0, QStringLiteral("MP3"))), QSizeF(0, 0));
-}
-
-TEST_F(JobRecords, OutputNamesAreNumberedFromZeroAndSplitOutputsKeepOldPieces) {
-  testmedia::Folder folder;
-  EXPECT_EQ(OutputParamRecord::freeOutputPath(folder.path(), "movie", "mp4", false), folder.path("movie.mp4"));
-  folder.write(QStringLiteral("movie.mp4"), "x");
-  folder.write(QStringLiteral("movie(0).mp4"), "x");
-  EXPECT_EQ(OutputParamRecord::freeOutputPath(folder.path(), "movie", "mp4", false), folder.path("movie(1).mp4"));
-  folder.write(QStringLiteral("clip_0.mp3"), "x");
-  EXPECT_EQ(OutputParamRecord::freeOutputPath(folder.path(), "clip", "mp3", true), folder.path("clip(0).mp3"));
 }
 
 TEST_F(JobRecords, TooManyFilesOrTooLongPathsAreRefusedBeforeAnythingIsCopied) {

@@ -48,7 +48,7 @@ TEST(ReadingTheTagRecord, EachKeyLandsInItsOwnField) {
   EXPECT_EQ(tags.curTrackNum() + tags.totalTrackNum() + tags.curDiskNum() + tags.totalDiskNum(), 0);
 }
 
-TEST(ReadingTheTagRecord, TrackAndDiscSplitAtTheSlashAndALoneNumberKeepsTheTotal) {
+TEST(ReadingTheTagRecord, TrackAndDiscSplitAtTheSlashALoneNumberKeepsTheTotalAndNumbersClamp) {
   MediaMetaData tags = read({{10, "3/12"}, {11, "1/2"}});
   EXPECT_EQ(std::pair(tags.curTrackNum(), tags.totalTrackNum()), std::pair(3, 12));
   EXPECT_EQ(std::pair(tags.curDiskNum(), tags.totalDiskNum()), std::pair(1, 2));
@@ -60,6 +60,14 @@ TEST(ReadingTheTagRecord, TrackAndDiscSplitAtTheSlashAndALoneNumberKeepsTheTotal
   tags = read({{10, " 07 / 9 tracks"}, {11, "two/three"}});
   EXPECT_EQ(std::pair(tags.curTrackNum(), tags.totalTrackNum()), std::pair(7, 9));
   EXPECT_EQ(std::pair(tags.curDiskNum(), tags.totalDiskNum()), std::pair(0, 0));
+
+  EXPECT_EQ(intValue(QStringLiteral("42")), 42);
+  EXPECT_EQ(intValue(QStringLiteral("  +17abc")), 17);
+  EXPECT_EQ(intValue(QStringLiteral("-3/5")), -3);
+  EXPECT_EQ(intValue(QStringLiteral("abc")), 0);
+  EXPECT_EQ(intValue(QString()), 0);
+  EXPECT_EQ(intValue(QStringLiteral("99999999999999999999")), std::numeric_limits<int32_t>::max());
+  EXPECT_EQ(intValue(QStringLiteral("-99999999999999999999")), std::numeric_limits<int32_t>::min());
 }
 
 TEST(ReadingTheTagRecord, LaterEntriesWinUnknownKeysAndSpareEntriesAreIgnoredAndFullFieldsDoNotRunOver) {
@@ -86,16 +94,6 @@ TEST(ReadingTheTagRecord, LaterEntriesWinUnknownKeysAndSpareEntriesAreIgnoredAnd
   tags.getValueFromDataInfos(*info);
   EXPECT_EQ(tags.title(), QString(METADATA_VALUE_SIZE, QLatin1Char('x')));
   EXPECT_EQ(tags.artist(), QStringLiteral("Next entry"));
-}
-
-TEST(IntegerValueOfText, TakesTheLeadingNumberAndClampsToThirtyTwoBits) {
-  EXPECT_EQ(intValue(QStringLiteral("42")), 42);
-  EXPECT_EQ(intValue(QStringLiteral("  +17abc")), 17);
-  EXPECT_EQ(intValue(QStringLiteral("-3/5")), -3);
-  EXPECT_EQ(intValue(QStringLiteral("abc")), 0);
-  EXPECT_EQ(intValue(QString()), 0);
-  EXPECT_EQ(intValue(QStringLiteral("99999999999999999999")), std::numeric_limits<int32_t>::max());
-  EXPECT_EQ(intValue(QStringLiteral("-99999999999999999999")), std::numeric_limits<int32_t>::min());
 }
 
 TEST(NodeTags, ACopiedNodeCarriesBothTagObjectsAndSharesNeither) {
