@@ -15,7 +15,7 @@ namespace {
 
 std::string size(int width, int height) { return std::to_string(width) + ":" + std::to_string(height); }
 
-std::string cropFilter(const PixelRect& rect) {
+std::string cropFilter(const geometry::Rect& rect) {
   return "crop=" + size(rect.width, rect.height) + ":" + std::to_string(rect.x) + ":" + std::to_string(rect.y);
 }
 
@@ -63,12 +63,12 @@ std::vector<std::string> turnFilters(const PictureLayout& layout) {
   return filters;
 }
 
-std::vector<std::string> fitFilters(const PictureLayout& layout, int turnedWidth, int turnedHeight) {
+std::vector<std::string> fitFilters(const PictureLayout& layout) {
   std::vector<std::string> filters;
-  const PixelRect& shape = layout.shape;
-  if (shape.width != turnedWidth || shape.height != turnedHeight) filters.push_back(cropFilter(shape));
-  if (layout.scaledWidth != shape.width || layout.scaledHeight != shape.height) {
-    filters.push_back("scale=" + size(layout.scaledWidth, layout.scaledHeight));
+  const geometry::Rect& shape = layout.shape;
+  if (shape.size() != geometry::turnedSize(layout.crop.size(), layout.turn)) filters.push_back(cropFilter(shape));
+  if (layout.picture.size() != shape.size()) {
+    filters.push_back("scale=" + size(layout.picture.width, layout.picture.height));
   }
   return filters;
 }
@@ -87,10 +87,10 @@ std::vector<std::string> fadeFilters(const MediaItem& item, const VideoCanvas& c
   return filters;
 }
 
-std::optional<PixelRect> watermarkSourceRect(const _WatermarkInfo& watermark) {
+std::optional<geometry::Rect> watermarkSourceRect(const _WatermarkInfo& watermark) {
   if (watermark.m_watermarkType != 1 && watermark.m_watermarkType != 2) return std::nullopt;
   if (watermark.m_w <= 0 || watermark.m_h <= 0) return std::nullopt;
-  return PixelRect{watermark.m_x, watermark.m_y, watermark.m_w, watermark.m_h};
+  return geometry::Rect{watermark.m_x, watermark.m_y, watermark.m_w, watermark.m_h};
 }
 
 void append(std::vector<std::string>& to, const std::vector<std::string>& filters) {
@@ -107,19 +107,17 @@ VideoFilterPlan VideoFilterChain::forInput(const MediaItem& item, const DisplayG
 
   std::vector<std::string> picture = timingFilters(canvas);
   append(picture, uprightFilters(source));
-  if (layout.crop != PixelRect{0, 0, source.displayWidth, source.displayHeight}) {
+  if (layout.crop != geometry::Rect{0, 0, source.displayWidth, source.displayHeight}) {
     picture.push_back(cropFilter(layout.crop));
   }
   append(picture, turnFilters(layout));
-  const bool sideways = layout.turn == 90 || layout.turn == 270;
-  append(picture, fitFilters(layout, sideways ? layout.crop.height : layout.crop.width,
-                             sideways ? layout.crop.width : layout.crop.height));
+  append(picture, fitFilters(layout));
   picture.push_back(levelsFilter(item));
   picture.push_back(specialEffectFilter(item));
-  picture.push_back(anaglyphFilter(item, layout.scaledWidth));
+  picture.push_back(anaglyphFilter(item, layout.picture.width));
   if (!layout.fillsCanvas()) {
-    picture.push_back("pad=" + size(layout.canvasWidth, layout.canvasHeight) + ":" + std::to_string(layout.offsetX) +
-                      ":" + std::to_string(layout.offsetY) + ":black");
+    picture.push_back("pad=" + size(layout.canvasWidth, layout.canvasHeight) + ":" + std::to_string(layout.picture.x) +
+                      ":" + std::to_string(layout.picture.y) + ":black");
   }
   picture.push_back("setsar=1");
 
@@ -129,7 +127,7 @@ VideoFilterPlan VideoFilterChain::forInput(const MediaItem& item, const DisplayG
   if (const auto sourceRect = watermarkSourceRect(item.m_watermarkInfo))
     plan.watermarkArea = layout.toCanvas(*sourceRect);
   if (plan.watermarkArea) {
-    const PixelRect& area = *plan.watermarkArea;
+    const geometry::Rect& area = *plan.watermarkArea;
     plan.description = "[in]" + chain(picture) + "[picture];[picture][wm]overlay=x=" + std::to_string(area.x) +
                        ":y=" + std::to_string(area.y) + "," + chain(finish) + "[out]";
   } else {

@@ -33,7 +33,7 @@ struct VideoFilterPlan {
   // watermark picture when watermarkArea is set, [out] the result.
   std::string description;
   PictureLayout layout;
-  std::optional<PixelRect> watermarkArea;
+  std::optional<geometry::Rect> watermarkArea;
 };
 
 class VideoFilterChain {

@@ -34,7 +34,7 @@ FramePtr scaledToRgba(const AVFrame& source, int width, int height) {
   return picture;
 }
 
-FramePtr pictureWatermark(const std::string& path, const PixelRect& area, std::string& error) {
+FramePtr pictureWatermark(const std::string& path, const geometry::Rect& area, std::string& error) {
   int openError = 0;
   std::unique_ptr<InputFile> file = InputFile::open(path, kPictureReadBudget, true, openError);
   if (file == nullptr) {
@@ -48,7 +48,7 @@ FramePtr pictureWatermark(const std::string& path, const PixelRect& area, std::s
   return picture;
 }
 
-FramePtr textWatermark(const _WatermarkInfo& watermark, const PixelRect& area, double scale, std::string& error) {
+FramePtr textWatermark(const _WatermarkInfo& watermark, const geometry::Rect& area, double scale, std::string& error) {
   const _TextInfo& font = watermark.m_fontinfo;
   const auto choice =
       findFont(fieldText(font.m_fontname), font.m_fontstyle & kFontBold, font.m_fontstyle & kFontItalic);
@@ -74,7 +74,7 @@ void applyOpacity(AVFrame& picture, int transparency) {
 
 }  // namespace
 
-FramePtr WatermarkImage::make(const _WatermarkInfo& watermark, const PixelRect& area, double scale,
+FramePtr WatermarkImage::make(const _WatermarkInfo& watermark, const geometry::Rect& area, double scale,
                               std::string& error) {
   FramePtr picture;
   if (watermark.m_watermarkType == 1) {

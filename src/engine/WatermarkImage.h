@@ -6,7 +6,7 @@
 #include <string>
 
 #include "FFmpegPointers.h"
-#include "PictureLayout.h"
+#include "FitGeometry.h"
 #include "videoconverter.h"
 
 namespace engine {
@@ -19,7 +19,7 @@ class WatermarkImage {
   // An RGBA picture of area's size. `scale` is canvas pixels per source pixel,
   // for the font size. Null with `error` set when the picture file cannot be
   // read or no font is installed.
-  static FramePtr make(const _WatermarkInfo& watermark, const PixelRect& area, double scale, std::string& error);
+  static FramePtr make(const _WatermarkInfo& watermark, const geometry::Rect& area, double scale, std::string& error);
 };
 
 }  // namespace engine

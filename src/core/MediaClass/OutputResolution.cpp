@@ -3,38 +3,21 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <utility>
+
+#include "FitGeometry.h"
 
 namespace OutputResolution {
 
 namespace {
 
-// Fit mode values of the crop settings.
-constexpr int32_t kFitOriginal = 0;
-constexpr int32_t kFitWide = 1;      // 16:9
-constexpr int32_t kFitStandard = 2;  // 4:3
+using geometry::Size;
 
-struct Size {
-  int width;
-  int height;
-};
-
+// The fit mode's shape; the original one turns with the picture, and any
+// other value keeps the size.
 Size shaped(Size size, int32_t fitMode, int32_t rotateAngle) {
-  if (fitMode == kFitWide) {
-    if (size.width * 9 <= size.height * 16) {
-      size.height = size.width * 9 / 16;
-    } else {
-      size.width = size.height * 16 / 9;
-    }
-  } else if (fitMode == kFitStandard) {
-    if (size.width * 3 <= size.height * 4) {
-      size.height = size.width * 3 / 4;
-    } else {
-      size.width = size.height * 4 / 3;
-    }
-  } else if (fitMode == kFitOriginal && (rotateAngle == 90 || rotateAngle == 270)) {
-    std::swap(size.width, size.height);
-  }
+  const auto mode = static_cast<geometry::FitMode>(fitMode);
+  if (mode == geometry::FitMode::kWide || mode == geometry::FitMode::kStandard) return geometry::fitShape(size, mode);
+  if (mode == geometry::FitMode::kOriginal) return geometry::turnedSize(size, rotateAngle);
   return size;
 }
 
