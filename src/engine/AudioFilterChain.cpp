@@ -46,7 +46,8 @@ std::string AudioFilterChain::forInput(const MediaItem& item, const AudioCanvas&
   std::vector<std::string> filters{"aresample=" + std::to_string(canvas.sampleRate) + ":first_pts=0"};
   if (canvas.sampleCount > 0) filters.push_back("apad=whole_len=" + std::to_string(canvas.sampleCount));
   filters.push_back(lengthFilter(canvas));
-  if (item.m_volume != kUnityVolume) filters.push_back("volume=" + decimal(std::max(0, item.m_volume) / kUnityVolume));
+  const int volume = item.m_volume;
+  if (volume != kUnityVolume) filters.push_back("volume=" + decimal(std::max(0, volume) / kUnityVolume));
   for (std::string& fade : fadeFilters(item, canvas)) filters.push_back(std::move(fade));
   // Last, so that what comes out is exactly what the encoder takes.
   filters.push_back(formatFilter(canvas));

@@ -129,7 +129,8 @@ std::unique_ptr<ConversionPlan> ConversionPlan::make(const std::vector<MediaItem
                 : "unknown output format \"" + fieldText(output.m_Format) + "\" for " + plan->outputPath;
     return nullptr;
   }
-  plan->segmentLengthUs = std::max<int64_t>(0, output.m_SegmentLength);
+  const int64_t segmentLengthUs = output.m_SegmentLength;
+  plan->segmentLengthUs = std::max<int64_t>(0, segmentLengthUs);
   for (const MediaItem& item : items) {
     if (control.stopped()) return nullptr;
     auto input = InputPlan::open(item, output.m_Type != 1, error);

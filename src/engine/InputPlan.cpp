@@ -24,7 +24,8 @@ std::string openFailure(const std::string& path, int error) {
 // The container's duration, else the one the probe found and put in the record.
 int64_t durationOf(const AVFormatContext& format, const MediaItem& item) {
   if (format.duration != AV_NOPTS_VALUE && format.duration > 0) return format.duration;
-  return std::max<int64_t>(0, item.m_Info.m_Duration);
+  const int64_t probedUs = item.m_Info.m_Duration;
+  return std::max<int64_t>(0, probedUs);
 }
 
 // The picture stream a player would show; cover pictures and streams without a decoder do not count.
@@ -72,8 +73,10 @@ std::unique_ptr<InputPlan> InputPlan::open(const MediaItem& item, bool outputMay
   }
   const int64_t durationUs = durationOf(format, item);
   input->fileStartUs = format.start_time != AV_NOPTS_VALUE ? format.start_time : 0;
-  input->startUs = std::clamp<int64_t>(item.m_MediaStartPos, 0, durationUs);
-  const int64_t endUs = item.m_MediaEndPos > 0 ? std::min(item.m_MediaEndPos, durationUs) : durationUs;
+  const int64_t trimStartUs = item.m_MediaStartPos;
+  const int64_t trimEndUs = item.m_MediaEndPos;
+  input->startUs = std::clamp<int64_t>(trimStartUs, 0, durationUs);
+  const int64_t endUs = trimEndUs > 0 ? std::min(trimEndUs, durationUs) : durationUs;
   input->lengthUs = endUs - input->startUs;
   if (input->lengthUs <= 0) {
     error = "the part of " + input->path + " to convert is empty (the file lasts " + std::to_string(durationUs / 1000) +

@@ -53,12 +53,13 @@ std::string shifted(int pixels) {
 }  // namespace
 
 std::string levelsFilter(const MediaItem& item) {
-  if (item.m_brightness == 0 && item.m_Contrast == 0 && item.m_satruation == 0) return {};
-  const double brightness = std::clamp(item.m_brightness, -255, 255) / 255.0;
-  const double contrast = 1.0 + std::clamp(item.m_Contrast, -200, 200) / 200.0;
-  const double saturation = 1.0 + std::clamp(item.m_satruation, -200, 200) / 200.0;
-  return "eq=brightness=" + decimal(brightness) + ":contrast=" + decimal(contrast) +
-         ":saturation=" + decimal(saturation);
+  const int brightness = item.m_brightness;
+  const int contrast = item.m_Contrast;
+  const int saturation = item.m_satruation;
+  if (brightness == 0 && contrast == 0 && saturation == 0) return {};
+  return "eq=brightness=" + decimal(std::clamp(brightness, -255, 255) / 255.0) +
+         ":contrast=" + decimal(1.0 + std::clamp(contrast, -200, 200) / 200.0) +
+         ":saturation=" + decimal(1.0 + std::clamp(saturation, -200, 200) / 200.0);
 }
 
 std::string specialEffectFilter(const MediaItem& item) {

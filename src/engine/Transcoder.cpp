@@ -24,8 +24,9 @@ constexpr std::size_t kSoundQueueLength = 64;
 int64_t lengthFromRecords(const std::vector<MediaItem>& items) {
   int64_t total = 0;
   for (const MediaItem& item : items) {
+    const int64_t start = item.m_MediaStartPos;
     const int64_t end = item.m_MediaEndPos > 0 ? item.m_MediaEndPos : item.m_Info.m_Duration;
-    total += std::max<int64_t>(0, end - std::max<int64_t>(0, item.m_MediaStartPos));
+    total += std::max<int64_t>(0, end - std::max<int64_t>(0, start));
   }
   return total;
 }
