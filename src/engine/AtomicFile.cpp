@@ -4,18 +4,18 @@
 
 #include <atomic>
 #include <cstdio>
+#include <filesystem>
 
 namespace engine {
-namespace {
 
-// Unique per process and call, so that threads writing the same file do not
-// share a temporary.
 std::string temporaryPathFor(const std::string& path) {
   static std::atomic<unsigned> counter{0};
-  return path + ".part-" + std::to_string(getpid()) + "-" + std::to_string(counter++);
+  const std::filesystem::path whole(path);
+  std::string name = ".";
+  name += whole.stem().string();
+  name += ".part-" + std::to_string(getpid()) + "-" + std::to_string(counter++) + whole.extension().string();
+  return (whole.parent_path() / name).string();
 }
-
-}  // namespace
 
 bool writeFileAtomically(const std::string& path, const std::function<bool(std::FILE*)>& writeContent) {
   const std::string temporaryPath = temporaryPathFor(path);

@@ -8,6 +8,11 @@
 
 namespace engine {
 
+// A hidden name in the same folder, unique to this process and call, with
+// the same extension: ".name.part-<pid>-<n>.ext" for "name.ext". Renaming it
+// to `path` is atomic, and a process killed meanwhile leaves only this name.
+std::string temporaryPathFor(const std::string& path);
+
 // Calls writeContent with the open temporary file; it returns false when a
 // write failed. Returns true once the complete file is in place; otherwise
 // nothing is left behind and an existing file at `path` is untouched.

@@ -1,9 +1,12 @@
 #include "OutputSink.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <filesystem>
 
+#include "AtomicFile.h"
 #include "EngineLog.h"
 
 namespace engine {
@@ -19,11 +22,20 @@ struct OutputSink::StreamState {
 
 struct OutputSink::Piece {
   AVFormatContext* context = nullptr;
-  std::string path;
+  std::string path;           // the final name
+  std::string temporaryPath;  // the name it is written under
   int64_t startUs = 0;
   ~Piece() {
-    if (context != nullptr && !(context->oformat->flags & AVFMT_NOFILE)) avio_closep(&context->pb);
+    closeFile();
     avformat_free_context(context);
+  }
+  int closeFile() {
+    return context != nullptr && !(context->oformat->flags & AVFMT_NOFILE) ? avio_closep(&context->pb) : 0;
+  }
+  // Gives up the piece unfinished.
+  void abandon() {
+    closeFile();
+    std::remove(temporaryPath.c_str());
   }
 };
 
@@ -34,7 +46,10 @@ OutputSink::OutputSink(std::string path, const AVOutputFormat& format, int64_t s
       segmentLengthUs_(std::max<int64_t>(0, segmentLengthUs)),
       onProgress_(std::move(onProgress)) {}
 
-OutputSink::~OutputSink() { closeAll(); }
+OutputSink::~OutputSink() {
+  std::lock_guard lock(mutex_);
+  if (!kept_) discard();
+}
 
 std::string OutputSink::piecePath(const std::string& path, int piece) {
   const std::filesystem::path whole(path);
@@ -64,8 +79,9 @@ OutputSink::Piece* OutputSink::openPiece(int index, std::string& error) {
   if (auto found = openPieces_.find(index); found != openPieces_.end()) return found->second.get();
   auto piece = std::make_unique<Piece>();
   piece->path = segmentLengthUs_ > 0 ? piecePath(path_, index) : path_;
+  piece->temporaryPath = temporaryPathFor(piece->path);
   piece->startUs = segmentLengthUs_ * index;
-  int result = avformat_alloc_output_context2(&piece->context, &format_, nullptr, piece->path.c_str());
+  int result = avformat_alloc_output_context2(&piece->context, &format_, nullptr, piece->temporaryPath.c_str());
   for (const auto& stream : streams_) {
     if (result < 0) break;
     AVStream* muxed = avformat_new_stream(piece->context, nullptr);
@@ -73,12 +89,12 @@ OutputSink::Piece* OutputSink::openPiece(int index, std::string& error) {
     if (muxed != nullptr) muxed->time_base = stream->timeBase;
   }
   if (result >= 0 && !(format_.flags & AVFMT_NOFILE)) {
-    result = avio_open(&piece->context->pb, piece->path.c_str(), AVIO_FLAG_WRITE);
-    if (result >= 0) files_.push_back(piece->path);
+    result = avio_open(&piece->context->pb, piece->temporaryPath.c_str(), AVIO_FLAG_WRITE);
   }
   if (result >= 0) result = avformat_write_header(piece->context, nullptr);
   if (result < 0) {
     error = "cannot create " + piece->path + ": " + ffmpegErrorText(result);
+    piece->abandon();
     return nullptr;
   }
   return openPieces_.emplace(index, std::move(piece)).first->second.get();
@@ -138,21 +154,30 @@ bool OutputSink::finishPiecesBefore(int index, std::string& error) {
 
 bool OutputSink::finishPiece(Piece& piece, std::string& error) {
   int result = av_write_trailer(piece.context);
-  if (!(piece.context->oformat->flags & AVFMT_NOFILE)) {
-    const int closed = avio_closep(&piece.context->pb);
-    if (result >= 0) result = closed;
+  const int closed = piece.closeFile();
+  if (result >= 0) result = closed;
+  if (result >= 0 && std::rename(piece.temporaryPath.c_str(), piece.path.c_str()) != 0) result = AVERROR(errno);
+  if (result < 0) {
+    error = "cannot write " + piece.path + ": " + ffmpegErrorText(result);
+    piece.abandon();
+    return false;
   }
-  if (result < 0) error = "cannot write " + piece.path + ": " + ffmpegErrorText(result);
-  return result >= 0;
+  files_.push_back(piece.path);
+  return true;
 }
 
-void OutputSink::closeAll() {
+bool OutputSink::finishAll(std::string& error) {
   std::lock_guard lock(mutex_);
-  std::string ignored;
-  while (!openPieces_.empty()) {
-    finishPiece(*openPieces_.begin()->second, ignored);
-    openPieces_.erase(openPieces_.begin());
-  }
+  if (!finishPiecesBefore(INT_MAX, error)) return false;
+  kept_ = true;
+  return true;
+}
+
+void OutputSink::discard() {
+  for (auto& [index, piece] : openPieces_) piece->abandon();
+  openPieces_.clear();
+  for (const std::string& file : files_) std::remove(file.c_str());
+  files_.clear();
 }
 
 std::vector<std::string> OutputSink::files() const {

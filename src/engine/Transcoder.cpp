@@ -1,6 +1,5 @@
 #include "Transcoder.h"
 
-#include <filesystem>
 #include <new>
 #include <optional>
 #include <system_error>
@@ -112,19 +111,15 @@ ConversionResult Transcoder::convert() {
   for (std::thread& thread : threads) thread.join();
   control_.removeStopActions();
 
-  sink.closeAll();
   // An abort that came after the last stage had flushed stopped nothing.
   const int lastStages = (pictureEncoder ? 1 : 0) + (soundEncoder ? 1 : 0);
   const bool whole = control_.completedStages() == lastStages;
+  std::string failure = control_.failure();
+  if (failure.empty()) sink.finishAll(failure);
+  // The sink removes the files it did not keep: a half-written output would pass for a finished one.
+  if (!failure.empty()) return {ConversionResult::Outcome::kFailed, failure, {}};
   ConversionResult result{ConversionResult::Outcome::kFinished, {}, sink.files()};
-  if (const std::string failure = control_.failure(); !failure.empty()) {
-    // A half-written output is of no use and would pass for a finished one.
-    for (const std::string& file : result.files) {
-      std::error_code ignored;
-      std::filesystem::remove(file, ignored);
-    }
-    result = {ConversionResult::Outcome::kFailed, failure, {}};
-  } else if (control_.aborted() && !whole) {
+  if (control_.aborted() && !whole) {
     result.outcome = ConversionResult::Outcome::kAborted;
   } else {
     progressUs_ = durationUs_.load();

@@ -27,11 +27,6 @@ fs::path writeFile(const std::string& name, const std::string& content) {
   return path;
 }
 
-fs::path firstBytesOf(const std::string& source, double fraction, const std::string& name) {
-  const std::string content = contentOf(source);
-  return writeFile(name, content.substr(0, static_cast<size_t>(content.size() * fraction)));
-}
-
 struct BadFile {
   std::string description;
   fs::path path;

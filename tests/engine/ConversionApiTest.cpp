@@ -7,7 +7,6 @@
 #include <condition_variable>
 #include <filesystem>
 #include <mutex>
-#include <thread>
 
 #include "ConversionFixtures.h"
 
@@ -42,12 +41,6 @@ bool waitForEnds(int count) {
   return endCalls.changed.wait_for(lock, kEndBound, [&] { return endCalls.count >= count; });
 }
 
-// Long enough that no conversion of it ends before an abort reaches it.
-std::string longClip() {
-  return generatedMedia("long.mp4", {"-f", "lavfi", "-i", "testsrc2=s=320x240:r=25:d=30", "-f", "lavfi", "-i",
-                                     "sine=r=44100:d=30", "-c:v", "libx264", "-preset", "ultrafast", "-c:a", "aac"});
-}
-
 std::string shortClip() {
   return generatedMedia("short-api.mp4",
                         {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=1", "-f", "lavfi", "-i", "sine=r=44100:d=1",
@@ -80,34 +73,6 @@ TEST_F(ConversionApi, AbortEndsTheConversionWithOneCallback) {
   EXPECT_NEAR(VideoConverter_GetDuration() / 1e6, probedDuration(longClip()), 0.05);
   VideoConverter_Destory();
   EXPECT_EQ(endsSinceStart(), 1);
-}
-
-TEST_F(ConversionApi, AbortMidwayLeavesAPlayablePartialOutput) {
-  const std::string output = outputPath("partial.mp4");
-  engine::Transcoder transcoder({recordFor(longClip())}, outputFor(output, "mp4", "libx264", "aac"));
-  std::mutex mutex;
-  std::condition_variable progressed;
-  bool halfSecondWritten = false;
-  transcoder.setProgressObserver([&](int64_t writtenUs) {
-    if (writtenUs < 500'000) return;
-    std::lock_guard lock(mutex);
-    halfSecondWritten = true;
-    progressed.notify_all();
-  });
-  engine::ConversionResult result;
-  std::thread conversion([&] { result = transcoder.run(); });
-  {
-    std::unique_lock lock(mutex);
-    EXPECT_TRUE(progressed.wait_for(lock, kEndBound, [&] { return halfSecondWritten; }));
-  }
-  transcoder.abort();
-  conversion.join();
-  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kAborted);
-  ASSERT_TRUE(fs::exists(output));
-  const double written = probedDuration(output, "v:0");
-  EXPECT_GT(written, 0.4);
-  EXPECT_LT(written, 30);
-  EXPECT_FALSE(decodePictures(output).empty());
 }
 
 TEST_F(ConversionApi, AnAbortThatComesOnceTheLastSoundIsEncodedStillFinishes) {

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "ConversionFixtures.h"
+#include "TestMedia.h"
 
 namespace enginetest {
 namespace {
@@ -24,11 +25,7 @@ std::string writtenFile(const std::string& name, const std::string& content) {
 }
 
 // The first half of a real file: its index, at the end, is missing.
-std::string truncatedClip() {
-  std::ifstream whole(shortClip(), std::ios::binary);
-  const std::string content((std::istreambuf_iterator<char>(whole)), std::istreambuf_iterator<char>());
-  return writtenFile("truncated.mp4", content.substr(0, content.size() / 2));
-}
+std::string truncatedClip() { return firstBytesOf(shortClip(), 0.5, "truncated.mp4"); }
 
 void expectCleanFailure(const engine::ConversionResult& result, const std::string& cause, const OutputParam& output) {
   EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFailed);

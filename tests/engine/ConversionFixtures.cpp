@@ -85,6 +85,26 @@ std::string outputPath(const std::string& name) {
   return (folder / name).string();
 }
 
+std::vector<std::string> outputTemporaries() {
+  std::vector<std::string> found;
+  for (const fs::directory_entry& entry : fs::directory_iterator(fs::path(outputPath("")).parent_path())) {
+    const std::string name = entry.path().filename().string();
+    if (name.front() == '.' && name.find(".part-") != std::string::npos) found.push_back(entry.path().string());
+  }
+  return found;
+}
+
+std::string longClip() {
+  return generatedMedia("long.mp4", {"-f", "lavfi", "-i", "testsrc2=s=320x240:r=25:d=30", "-f", "lavfi", "-i",
+                                     "sine=r=44100:d=30", "-c:v", "libx264", "-preset", "ultrafast", "-c:a", "aac"});
+}
+
+std::string tenSeconds() {
+  return generatedMedia("ten-seconds.mp4",
+                        {"-f", "lavfi", "-i", "testsrc2=s=320x240:r=25:d=10", "-f", "lavfi", "-i", "sine=r=44100:d=10",
+                         "-c:v", "libx264", "-preset", "ultrafast", "-c:a", "aac", "-movflags", "+faststart"});
+}
+
 MediaItem recordFor(const std::string& path) {
   MediaItem item{};
   item.m_cbsize = VC_MEDIA_ITEM_SIZE;

@@ -26,6 +26,12 @@ void setText(char (&field)[N], const std::string& text) {
 std::string generatedMedia(const std::string& name, const std::vector<std::string>& ffmpegArguments);
 // A path for an output in this process's scratch folder.
 std::string outputPath(const std::string& name);
+// The hidden temporary files that outputs are written under, left in that folder.
+std::vector<std::string> outputTemporaries();
+// Thirty seconds of pictures and sound: no conversion of it ends before a stop reaches it.
+std::string longClip();
+// Ten seconds of pictures and sound with the index in front.
+std::string tenSeconds();
 
 // The record of a whole, probed file: volume unchanged, the default sound
 // stream (sound dropped when there is none), the full frame as crop.

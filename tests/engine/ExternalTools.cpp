@@ -8,7 +8,7 @@
 
 namespace enginetest {
 
-ProcessResult runProcess(const std::vector<std::string>& arguments) {
+StartedProcess startProcess(const std::vector<std::string>& arguments) {
   int pipeEnds[2];
   if (pipe(pipeEnds) != 0) return {};
   const pid_t child = fork();
@@ -24,13 +24,19 @@ ProcessResult runProcess(const std::vector<std::string>& arguments) {
     _exit(127);
   }
   close(pipeEnds[1]);
+  return {child, pipeEnds[0]};
+}
+
+ProcessResult runProcess(const std::vector<std::string>& arguments) {
+  const StartedProcess started = startProcess(arguments);
+  if (started.pid < 0) return {};
   ProcessResult result;
   char buffer[65536];
   ssize_t count = 0;
-  while ((count = read(pipeEnds[0], buffer, sizeof buffer)) > 0) result.output.append(buffer, count);
-  close(pipeEnds[0]);
+  while ((count = read(started.output, buffer, sizeof buffer)) > 0) result.output.append(buffer, count);
+  close(started.output);
   int status = 0;
-  waitpid(child, &status, 0);
+  waitpid(started.pid, &status, 0);
   result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   return result;
 }

@@ -15,6 +15,14 @@ struct ProcessResult {
 
 ProcessResult runProcess(const std::vector<std::string>& arguments);
 
+// A program started with its standard output on a pipe, for a test that
+// reads and then ends it itself.
+struct StartedProcess {
+  int pid = -1;
+  int output = -1;  // read end of the pipe
+};
+StartedProcess startProcess(const std::vector<std::string>& arguments);
+
 // Runs ffmpeg quietly with the given arguments; true on success.
 bool runFfmpeg(const std::vector<std::string>& arguments);
 

@@ -5,7 +5,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <vector>
 
@@ -150,6 +152,14 @@ std::string sample(const std::string& name) {
     EXPECT_TRUE(generate(recipe->second, target)) << "ffmpeg could not make " << name;
   }
   return target;
+}
+
+std::string firstBytesOf(const std::string& source, double fraction, const std::string& name) {
+  std::ifstream whole(source, std::ios::binary);
+  const std::string content((std::istreambuf_iterator<char>(whole)), std::istreambuf_iterator<char>());
+  const fs::path path = fs::path(scratchFolder()) / name;
+  std::ofstream(path, std::ios::binary) << content.substr(0, static_cast<std::size_t>(content.size() * fraction));
+  return path.string();
 }
 
 std::string scratchFolder() {

@@ -14,4 +14,7 @@ std::string sample(const std::string& name);
 // A folder private to this test process, removed when it exits.
 std::string scratchFolder();
 
+// A copy of the first part of a file, as a download cut short leaves it, in the scratch folder.
+std::string firstBytesOf(const std::string& source, double fraction, const std::string& name);
+
 }  // namespace enginetest
