@@ -2,6 +2,7 @@
 // time in the process, on a thread of its own, over a Transcoder.
 #include <malloc.h>
 
+#include <cstring>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -9,9 +10,20 @@
 
 #include "EngineLog.h"
 #include "Transcoder.h"
+#include "Utf8Text.h"
 #include "videoconverter.h"
 
 namespace {
+
+int32_t outcomeCode(engine::ConversionResult::Outcome outcome) {
+  switch (outcome) {
+    case engine::ConversionResult::Outcome::kFinished: return VC_OUTCOME_FINISHED;
+    case engine::ConversionResult::Outcome::kFinishedWithWarning: return VC_OUTCOME_WARNING;
+    case engine::ConversionResult::Outcome::kFailed: return VC_OUTCOME_FAILED;
+    case engine::ConversionResult::Outcome::kAborted: return VC_OUTCOME_ABORTED;
+  }
+  return VC_OUTCOME_FAILED;
+}
 
 class ConversionSession {
  public:
@@ -30,13 +42,15 @@ class ConversionSession {
     transcoder_ = std::make_shared<engine::Transcoder>(std::move(items), output);
     ended_ = false;
     callbackCalled_ = false;
+    outcome_ = VC_OUTCOME_RUNNING;
+    result_ = {};
     // The callback registered last stays: it may come before or after the start.
     worker_ = std::thread([this, transcoder = transcoder_] {
-      const engine::ConversionResult result = transcoder->run();
+      engine::ConversionResult result = transcoder->run();
       // The pipeline's threads freed their buffers into several heaps; hand
       // them back so that a long queue does not keep each one's high mark.
       malloc_trim(0);
-      finish(result);
+      finish(std::move(result));
     });
     return 0;
   }
@@ -49,6 +63,29 @@ class ConversionSession {
     callbackCalled_ = true;
     lock.unlock();
     callback();
+  }
+
+  void outcome(ConvertOutcome& record) {
+    std::lock_guard lock(mutex_);
+    const int32_t size = record.m_cbsize;
+    record = ConvertOutcome{};
+    record.m_cbsize = size;
+    record.m_Outcome = outcome_;
+    record.m_WrittenUs = result_.writtenUs;
+    record.m_FileCount = static_cast<int32_t>(result_.files.size());
+    engine::copyToField(record.m_Reason, result_.reason);
+    if (!result_.files.empty()) engine::copyToField(record.m_FirstFile, result_.files.front());
+  }
+
+  int outputFile(int index, char* path, int pathSize) {
+    std::lock_guard lock(mutex_);
+    if (path == nullptr || index < 0 || static_cast<std::size_t>(index) >= result_.files.size()) {
+      return VC_ERROR_INVALID_ARGUMENT;
+    }
+    const std::string& file = result_.files[index];
+    if (pathSize < 0 || file.size() >= static_cast<std::size_t>(pathSize)) return VC_ERROR_INVALID_ARGUMENT;
+    std::memcpy(path, file.c_str(), file.size() + 1);
+    return 0;
   }
 
   int64_t currentTime() {
@@ -74,11 +111,13 @@ class ConversionSession {
   }
 
  private:
-  void finish(const engine::ConversionResult& result) {
+  void finish(engine::ConversionResult result) {
     if (result.outcome == engine::ConversionResult::Outcome::kFailed) {
-      engine::logLine("conversion failed: " + result.error);
+      engine::logLine("conversion failed: " + result.reason);
     }
     std::unique_lock lock(mutex_);
+    outcome_ = outcomeCode(result.outcome);
+    result_ = std::move(result);
     ended_ = true;
     const VideoConverter_ConvertEndFunction callback = callbackCalled_ ? nullptr : callback_;
     callbackCalled_ = callbackCalled_ || callback != nullptr;
@@ -107,6 +146,8 @@ class ConversionSession {
   VideoConverter_ConvertEndFunction callback_ = nullptr;
   bool ended_ = false;
   bool callbackCalled_ = false;
+  int32_t outcome_ = VC_OUTCOME_NONE;
+  engine::ConversionResult result_;  // of the conversion started last, once it has ended
 };
 
 bool validRequest(const MediaItem* items, int count, const OutputParam* output) {
@@ -135,6 +176,16 @@ extern "C" int VideoConverter_Convert(MediaItem* items, int count, OutputParam* 
 extern "C" int VideoConverter_ConvertEndCallBack(VideoConverter_ConvertEndFunction callback) {
   ConversionSession::instance().setCallback(callback);
   return 0;
+}
+
+extern "C" int VideoConverter_GetConvertOutcome(ConvertOutcome* outcome) {
+  if (outcome == nullptr || outcome->m_cbsize != VC_CONVERT_OUTCOME_SIZE) return VC_ERROR_INVALID_ARGUMENT;
+  ConversionSession::instance().outcome(*outcome);
+  return 0;
+}
+
+extern "C" int VideoConverter_GetOutputFile(int index, char* path, int pathSize) {
+  return ConversionSession::instance().outputFile(index, path, pathSize);
 }
 
 extern "C" int64_t VideoConverter_GetCurrentTime(void) { return ConversionSession::instance().currentTime(); }

@@ -8,6 +8,7 @@
 #include "ConversionPlan.h"
 #include "EngineLog.h"
 #include "InputReader.h"
+#include "OutcomeText.h"
 #include "OutputSink.h"
 #include "PictureStages.h"
 #include "SoundStage.h"
@@ -66,7 +67,7 @@ ConversionResult Transcoder::convert() {
   std::string error;
   std::unique_ptr<ConversionPlan> plan = ConversionPlan::make(items_, output_, control_, error);
   if (plan == nullptr) {
-    if (control_.aborted()) return {ConversionResult::Outcome::kAborted, {}, {}};
+    if (control_.aborted()) return {ConversionResult::Outcome::kAborted, stoppedReason(0, durationUs_), {}};
     return {ConversionResult::Outcome::kFailed, error, {}};
   }
   durationUs_ = plan->durationUs;
@@ -121,9 +122,11 @@ ConversionResult Transcoder::convert() {
   ConversionResult result{ConversionResult::Outcome::kFinished, {}, sink.files()};
   if (control_.aborted() && !whole) {
     result.outcome = ConversionResult::Outcome::kAborted;
+    result.reason = stoppedReason(progressUs_, durationUs_);
   } else {
     progressUs_ = durationUs_.load();
   }
+  result.writtenUs = progressUs_;
   return result;
 }
 

@@ -17,10 +17,11 @@
 namespace engine {
 
 struct ConversionResult {
-  enum class Outcome { kFinished, kFailed, kAborted };
+  enum class Outcome { kFinished, kFinishedWithWarning, kFailed, kAborted };
   Outcome outcome = Outcome::kFinished;
-  std::string error;               // why it failed
-  std::vector<std::string> files;  // the files written; none are kept after a failure
+  std::string reason;              // why it failed, the warning, or where it was stopped
+  std::vector<std::string> files;  // the final names of the files kept; none after a failure
+  int64_t writtenUs = 0;           // length of the output kept
 };
 
 class Transcoder {

@@ -1,6 +1,7 @@
 // The conversion through the library's C functions: one conversion at a
-// time, an end callback exactly once whatever the outcome, abort, and
-// conversions one after another in the same process.
+// time, an end callback exactly once whatever the outcome, the outcome and
+// the files kept readable when it comes, abort, and conversions one after
+// another in the same process.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -18,17 +19,38 @@ namespace fs = std::filesystem;
 // Generous: a conversion that has not ended by then hangs.
 constexpr auto kEndBound = std::chrono::seconds(120);
 
+ConvertOutcome currentOutcome() {
+  ConvertOutcome outcome{};
+  outcome.m_cbsize = VC_CONVERT_OUTCOME_SIZE;
+  EXPECT_EQ(VideoConverter_GetConvertOutcome(&outcome), 0);
+  return outcome;
+}
+
 // What the plain C end callback saw.
 struct EndCalls {
   std::mutex mutex;
   std::condition_variable changed;
   int count = 0;
+  ConvertOutcome outcome{};  // as read in the last call
 } endCalls;
 
 void countEnd() {
+  const ConvertOutcome outcome = currentOutcome();
   std::lock_guard lock(endCalls.mutex);
   ++endCalls.count;
+  endCalls.outcome = outcome;
   endCalls.changed.notify_all();
+}
+
+ConvertOutcome outcomeAtTheEnd() {
+  std::lock_guard lock(endCalls.mutex);
+  return endCalls.outcome;
+}
+
+std::string outputFile(int index) {
+  char path[1024] = {};
+  EXPECT_EQ(VideoConverter_GetOutputFile(index, path, sizeof path), 0) << index;
+  return path;
 }
 
 int endCount() {
@@ -71,8 +93,13 @@ TEST_F(ConversionApi, AbortEndsTheConversionWithOneCallback) {
   ASSERT_TRUE(waitForEndsSinceStart(1));
   EXPECT_LT(VideoConverter_GetCurrentTime(), VideoConverter_GetDuration());
   EXPECT_NEAR(VideoConverter_GetDuration() / 1e6, probedDuration(longClip()), 0.05);
+  const ConvertOutcome outcome = outcomeAtTheEnd();
+  EXPECT_EQ(outcome.m_Outcome, VC_OUTCOME_ABORTED);
+  EXPECT_EQ(std::string(outcome.m_Reason).find("The conversion was stopped at 00:00:"), 0u) << outcome.m_Reason;
+  EXPECT_EQ(outcome.m_WrittenUs, VideoConverter_GetCurrentTime());
   VideoConverter_Destory();
   EXPECT_EQ(endsSinceStart(), 1);
+  EXPECT_EQ(currentOutcome().m_Outcome, VC_OUTCOME_ABORTED);  // kept after the conversion is released
 }
 
 TEST_F(ConversionApi, AnAbortThatComesOnceTheLastSoundIsEncodedStillFinishes) {
@@ -92,18 +119,41 @@ TEST_F(ConversionApi, AnAbortThatComesOnceTheLastSoundIsEncodedStillFinishes) {
   EXPECT_EQ(transcoder.currentTimeUs(), transcoder.durationUs());
 }
 
-TEST_F(ConversionApi, TwoConversionsOneAfterTheOther) {
-  for (const char* name : {"first.mp4", "second.mkv"}) {
+TEST_F(ConversionApi, TwoConversionsOneAfterTheOtherTellTheFilesTheyKept) {
+  const struct {
+    const char* name;
+    const char* format;
+    int64_t segmentLengthUs;
+    std::vector<std::string> files;
+  } conversions[] = {{"first.mp4", "mp4", 0, {"first.mp4"}},
+                     {"second.mkv", "matroska", 600'000, {"second_0.mkv", "second_1.mkv"}}};
+  for (const auto& conversion : conversions) {
+    SCOPED_TRACE(conversion.name);
     const int endsBefore = endsSinceStart();
-    const std::string output = outputPath(name);
-    const std::string format = fs::path(name).extension() == ".mkv" ? "matroska" : "mp4";
-    ASSERT_EQ(start(recordFor(shortClip()), outputFor(output, format, "libx264", "aac")), 0) << name;
-    ASSERT_TRUE(waitForEndsSinceStart(endsBefore + 1)) << name;
+    OutputParam output = outputFor(outputPath(conversion.name), conversion.format, "libx264", "aac");
+    output.m_SegmentLength = conversion.segmentLengthUs;
+    ASSERT_EQ(start(recordFor(shortClip()), output), 0);
+    ASSERT_TRUE(waitForEndsSinceStart(endsBefore + 1));
     EXPECT_EQ(VideoConverter_GetCurrentTime(), VideoConverter_GetDuration());
+    const ConvertOutcome outcome = outcomeAtTheEnd();
+    EXPECT_EQ(outcome.m_Outcome, VC_OUTCOME_FINISHED);
+    EXPECT_STREQ(outcome.m_Reason, "");
+    EXPECT_EQ(outcome.m_WrittenUs, VideoConverter_GetDuration());
+    ASSERT_EQ(outcome.m_FileCount, static_cast<int>(conversion.files.size()));
+    EXPECT_EQ(outcome.m_FirstFile, outputPath(conversion.files.front()));
     VideoConverter_Destory();
-    EXPECT_EQ(decodePictures(output).size(), 25u) << name;
+    std::size_t pictures = 0;
+    for (std::size_t index = 0; index < conversion.files.size(); ++index) {
+      EXPECT_EQ(outputFile(static_cast<int>(index)), outputPath(conversion.files[index]));
+      pictures += decodePictures(outputPath(conversion.files[index])).size();
+    }
+    EXPECT_EQ(pictures, 25u);
+    char tooSmall[8];
+    EXPECT_EQ(VideoConverter_GetOutputFile(0, tooSmall, sizeof tooSmall), VC_ERROR_INVALID_ARGUMENT);
+    EXPECT_EQ(VideoConverter_GetOutputFile(outcome.m_FileCount, tooSmall, sizeof tooSmall), VC_ERROR_INVALID_ARGUMENT);
   }
   EXPECT_EQ(endsSinceStart(), 2);
+  EXPECT_TRUE(outputTemporaries().empty());
 }
 
 TEST_F(ConversionApi, AFailureEndsWithOneCallbackAndNoOutput) {
@@ -113,6 +163,11 @@ TEST_F(ConversionApi, AFailureEndsWithOneCallbackAndNoOutput) {
   const std::string output = outputPath("never.mp4");
   ASSERT_EQ(start(item, outputFor(output, "mp4", "libx264", "aac")), 0);
   ASSERT_TRUE(waitForEndsSinceStart(1));
+  const ConvertOutcome outcome = outcomeAtTheEnd();
+  EXPECT_EQ(outcome.m_Outcome, VC_OUTCOME_FAILED);
+  EXPECT_NE(std::string(outcome.m_Reason).find(missing), std::string::npos) << outcome.m_Reason;
+  EXPECT_EQ(outcome.m_FileCount, 0);
+  EXPECT_STREQ(outcome.m_FirstFile, "");
   VideoConverter_Destory();
   EXPECT_EQ(endsSinceStart(), 1);
   EXPECT_FALSE(fs::exists(output));
@@ -131,6 +186,13 @@ TEST_F(ConversionApi, BadRequestsAndASecondConversionAtOnceAreRefused) {
 
   ASSERT_EQ(start(recordFor(longClip()), outputFor(outputPath("running.mp4"), "mp4", "libx264", "aac")), 0);
   EXPECT_EQ(VideoConverter_Convert(&item, 1, &output, nullptr, 640, 480, 0), VC_ERROR_BUSY);
+  EXPECT_EQ(currentOutcome().m_Outcome, VC_OUTCOME_RUNNING);
+  EXPECT_EQ(currentOutcome().m_FileCount, 0);
+  ConvertOutcome unsizedOutcome{};
+  EXPECT_EQ(VideoConverter_GetConvertOutcome(&unsizedOutcome), VC_ERROR_INVALID_ARGUMENT);
+  EXPECT_EQ(VideoConverter_GetConvertOutcome(nullptr), VC_ERROR_INVALID_ARGUMENT);
+  char path[1024];
+  EXPECT_EQ(VideoConverter_GetOutputFile(0, path, sizeof path), VC_ERROR_INVALID_ARGUMENT);
   VideoConverter_Abort();
   ASSERT_TRUE(waitForEndsSinceStart(1));
   VideoConverter_Destory();

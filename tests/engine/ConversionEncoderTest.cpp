@@ -19,7 +19,7 @@ std::map<std::string, std::string> convertedVideo(const std::string& name, const
                                                   const std::string& encoder) {
   const OutputParam output = outputFor(outputPath(name), format, encoder, "pcm_s16le");
   const auto result = convert({recordFor(clip())}, output);
-  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << encoder << ": " << result.error;
+  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << encoder << ": " << result.reason;
   return ffprobeFields(output.m_FileName, "streams", "v:0");
 }
 
@@ -36,7 +36,7 @@ TEST(ConversionEncoders, CatalogueNamesReachTheirEncodersAndProfiles) {
   const OutputParam missing = outputFor(outputPath("icod.mov"), "mov", "icod", "pcm_s16le");
   const auto result = convert({recordFor(clip())}, missing);
   EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFailed);
-  EXPECT_NE(result.error.find("icod"), std::string::npos) << result.error;
+  EXPECT_NE(result.reason.find("icod"), std::string::npos) << result.reason;
 }
 
 TEST(ConversionEncoders, RatesAndSizesComeFromTheOutputRecord) {
@@ -49,7 +49,7 @@ TEST(ConversionEncoders, RatesAndSizesComeFromTheOutputRecord) {
   output.m_Channels = 1;
   output.m_AudioBitrate = 64;
   const auto result = convert({recordFor(clip())}, output);
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
   auto video = ffprobeFields(output.m_FileName, "streams", "v:0");
   EXPECT_EQ(video["r_frame_rate"], "30000/1001");
   EXPECT_EQ(video["width"], "320");

@@ -29,7 +29,7 @@ std::string truncatedClip() { return firstBytesOf(shortClip(), 0.5, "truncated.m
 
 void expectCleanFailure(const engine::ConversionResult& result, const std::string& cause, const OutputParam& output) {
   EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFailed);
-  EXPECT_NE(result.error.find(cause), std::string::npos) << result.error;
+  EXPECT_NE(result.reason.find(cause), std::string::npos) << result.reason;
   EXPECT_FALSE(fs::exists(output.m_FileName)) << output.m_FileName;
   EXPECT_TRUE(result.files.empty());
 }
@@ -79,7 +79,7 @@ TEST(ConversionFailure, AnOutputThatWouldOverwriteItsInputIsRefused) {
   const auto size = fs::file_size(input);
   const auto result = convert({recordFor(input)}, outputFor(input, "mp4", "libx264", "aac"));
   EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFailed);
-  EXPECT_NE(result.error.find("overwrite"), std::string::npos) << result.error;
+  EXPECT_NE(result.reason.find("overwrite"), std::string::npos) << result.reason;
   EXPECT_EQ(fs::file_size(input), size);
 }
 

@@ -70,6 +70,7 @@ TEST(ConversionOutputFiles, AnAbortKeepsWhatWasWrittenUnderTheFinalName) {
   const double written = probedDuration(output, "v:0");
   EXPECT_GT(written, 0.4);
   EXPECT_LT(written, 30);
+  EXPECT_NEAR(written, result.writtenUs / 1e6, 0.2);  // counted in decoding order
   EXPECT_FALSE(decodePictures(output).empty());
   EXPECT_TRUE(outputTemporaries().empty());
 }
@@ -80,7 +81,7 @@ TEST(ConversionOutputFiles, AFailureMidwayLeavesNothing) {
   const OutputParam output = outputFor(outputPath("failed-midway.mp4"), "mp4", "libx264", "aac");
   const auto result = convert({recordFor(longClip()), recordFor(zeroed)}, output);
   EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFailed);
-  EXPECT_NE(result.error.find("no picture could be decoded from " + zeroed), std::string::npos) << result.error;
+  EXPECT_NE(result.reason.find("no picture could be decoded from " + zeroed), std::string::npos) << result.reason;
   EXPECT_TRUE(result.files.empty());
   EXPECT_FALSE(fs::exists(output.m_FileName));
   EXPECT_TRUE(outputTemporaries().empty());

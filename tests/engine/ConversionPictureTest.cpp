@@ -48,7 +48,7 @@ RgbPicture firstPicture(const MediaItem& item, const std::string& name, int widt
   output.m_Width = width;
   output.m_Height = height;
   const auto result = convert({item}, output);
-  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
   std::vector<RgbPicture> pictures = decodePictures(output.m_FileName);
   return pictures.empty() ? RgbPicture{} : pictures.front();
 }
@@ -136,7 +136,7 @@ TEST(ConversionPicture, GrayLeavesNoColourAndLevelsMoveMonotonically) {
   MediaItem item = recordFor(colourBars());
   item.m_EffectID[0] = 1036;
   const auto result = convert({item}, losslessOutput("gray.mkv"));
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
   const std::vector<RgbPicture> pictures = decodePictures(outputPath("gray.mkv"));
   ASSERT_EQ(pictures.size(), 25u);
   for (const RgbPicture& picture : pictures) {
@@ -226,7 +226,7 @@ TEST(ConversionPicture, FadesStartFromBlackAndEndInBlack) {
   item.m_fadeVideoInfo.m_fadeIn_len = 400'000;
   item.m_fadeVideoInfo.m_fadeOut_len = 400'000;
   const auto result = convert({item}, losslessOutput("faded.mkv"));
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
   const std::vector<RgbPicture> pictures = decodePictures(outputPath("faded.mkv"));
   ASSERT_EQ(pictures.size(), 25u);
   EXPECT_LT(brightness(pictures.front(), 0, 0, 320, 240), 5);

@@ -26,7 +26,7 @@ std::string twoTones() {
 Sound convertedSound(const MediaItem& item, const std::string& name) {
   const OutputParam output = losslessOutput(name);
   const auto result = convert({item}, output);
-  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  EXPECT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
   return decodeSound(output.m_FileName);
 }
 
@@ -76,7 +76,7 @@ TEST(ConversionSound, DroppedSoundAndSoundOnlyOutputs) {
   song.m_Type = 1;
   song.m_AudioBitrate = 192;
   const auto result = convert({item}, song);
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
   EXPECT_EQ(ffprobeStreamCount(song.m_FileName, "video"), 0);
   EXPECT_EQ(ffprobeFields(song.m_FileName, "streams", "a:0")["codec_name"], "mp3");
   EXPECT_EQ(ffprobeFields(song.m_FileName, "streams", "a:0")["bit_rate"], "192000");

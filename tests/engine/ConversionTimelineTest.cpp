@@ -64,7 +64,7 @@ TEST(ConversionTimeline, TrimStartsAtTheFrameShownAtItsStartAndLastsItsLength) {
   item.m_MediaEndPos = 1'600'000;
   const std::string output = outputPath("trimmed.mp4");
   const auto result = convert({item}, outputFor(output, "mp4", "libx264", "aac"));
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
 
   const std::vector<RgbPicture> pictures = decodePictures(output);
   ASSERT_EQ(pictures.size(), 17u);  // 0.68 s at 25 frames a second
@@ -84,7 +84,7 @@ TEST(ConversionTimeline, JoinedInputsOfDifferentShapesFollowOneAnother) {
   const MediaItem whole = recordFor(redThenBlue());
   const std::string output = outputPath("joined.mp4");
   const auto result = convert({firstSecond, small, whole}, outputFor(output, "mp4", "libx264", "aac"));
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
 
   const std::vector<RgbPicture> pictures = decodePictures(output);
   ASSERT_EQ(pictures.size(), 100u);   // 1 + 1 + 2 seconds
@@ -110,7 +110,7 @@ TEST(ConversionTimeline, SegmentLengthSplitsTheOutputIntoNumberedPieces) {
   OutputParam settings = outputFor(output, "mp4", "libx264", "aac");
   settings.m_SegmentLength = 1'000'000;
   const auto result = convert({recordFor(source)}, settings);
-  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.error;
+  ASSERT_EQ(result.outcome, engine::ConversionResult::Outcome::kFinished) << result.reason;
 
   EXPECT_FALSE(std::filesystem::exists(output));
   EXPECT_FALSE(std::filesystem::exists(outputPath("split_3.mp4")));

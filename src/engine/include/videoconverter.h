@@ -18,9 +18,10 @@ extern "C" {
 #define VC_MAX_AUDIO_STREAMS 99
 // Most input records one conversion or preview joins.
 #define VC_MAX_MEDIA_ITEMS 255
-// Size the caller stores in MediaItem.m_cbsize and OutputParam.m_cbsize.
+// Size the caller stores in MediaItem.m_cbsize, OutputParam.m_cbsize and ConvertOutcome.m_cbsize.
 #define VC_MEDIA_ITEM_SIZE 11990
 #define VC_OUTPUT_PARAM_SIZE 872
+#define VC_CONVERT_OUTCOME_SIZE 2072
 
 // Failure codes of the library's functions; 0 is success.
 enum VideoConverterError {
@@ -172,6 +173,39 @@ typedef struct OutputParam {
 
 #pragma pack(pop)
 
+// How the conversion started last has ended: ConvertOutcome.m_Outcome.
+enum VideoConverterOutcome {
+  VC_OUTCOME_NONE = 0,      // no conversion has been started in this process
+  VC_OUTCOME_RUNNING = 1,   // the conversion started last has not ended yet
+  VC_OUTCOME_FINISHED = 2,  // every input was converted whole
+  // Finished, but an input ended before the part asked of it (a file cut
+  // short or damaged, or one that claims to last longer than it does). The
+  // output holds what could be decoded, the inputs following one another
+  // without a gap; m_Reason says where each such input ends, as "The input
+  // ends at 00:00:03 of 00:00:10", with the file's name and a colon in front
+  // when several inputs are joined, and "; " between them.
+  VC_OUTCOME_WARNING = 3,
+  // Nothing was kept, not even the finished pieces of a split output; m_Reason says why.
+  VC_OUTCOME_FAILED = 4,
+  // Stopped by VideoConverter_Abort or VideoConverter_Destory: what was
+  // written is kept under the final names, playable; m_Reason says where it
+  // stopped, as "The conversion was stopped at 00:00:05 of 00:00:30".
+  VC_OUTCOME_ABORTED = 5,
+};
+
+// The outcome of a conversion. Natural alignment without any padding: 2,072 bytes.
+typedef struct ConvertOutcome {
+  int32_t m_cbsize;     // VC_CONVERT_OUTCOME_SIZE, set by the caller
+  int32_t m_Outcome;    // a VideoConverterOutcome
+  int64_t m_WrittenUs;  // length of the output kept, microseconds
+  // Files kept under their final names: 1, or the pieces of a split output
+  // ("<name>_0.<ext>", "<name>_1.<ext>", ...); 0 while running and after a failure.
+  int32_t m_FileCount;
+  int32_t m_Reserved;      // 0
+  char m_Reason[1024];     // see VideoConverterOutcome; empty when finished without a warning
+  char m_FirstFile[1024];  // path of the first file kept, the only one unless split; empty when none
+} ConvertOutcome;
+
 // Called once by the library when a conversion has ended, on a library thread.
 typedef void (*VideoConverter_ConvertEndFunction)(void);
 // Called by the renderer after it wrote a dragged rectangle into the record
@@ -201,14 +235,30 @@ int VideoConverter_CheckEncoder(const char* fourCharacterCode);
 
 // Starts converting `count` inputs into one output on the library's threads.
 // The preview arguments are NULL, 640, 480 and 0. Returns 0 when started.
+// Each output file is written under a hidden name in its folder,
+// ".<name>.part-<process id>-<n>.<ext>", and renamed to its final name once
+// finished, so that a final name never shows a broken file: a process
+// killed meanwhile leaves only the hidden one.
 int VideoConverter_Convert(MediaItem* items, int count, OutputParam* output, void* previewView, int previewWidth,
                            int previewHeight, int previewFlags);
 // Registers the function called once when a conversion has ended, whether it
-// finished, failed (the reason goes to standard error) or was aborted; it
-// stays registered for later conversions. Registered after a conversion that
-// has already ended, it is called at once.
+// finished, failed (the reason also goes to standard error) or was aborted;
+// VideoConverter_GetConvertOutcome tells which. It stays registered for later
+// conversions. Registered after a conversion that has already ended, it is
+// called at once.
 int VideoConverter_ConvertEndCallBack(VideoConverter_ConvertEndFunction callback);
-// Position reached and total length of the running conversion or preview, microseconds.
+// Fills the caller's record, whose m_cbsize is set, with the outcome of the
+// conversion started last. It is complete when the end callback is called
+// and stays until the next conversion starts. Returns 0, or
+// VC_ERROR_INVALID_ARGUMENT for a null record or a wrong size.
+int VideoConverter_GetConvertOutcome(ConvertOutcome* outcome);
+// Copies the path of the kept file with the given index (0 to m_FileCount - 1)
+// into `path`, NUL-terminated. Returns 0, or VC_ERROR_INVALID_ARGUMENT for a
+// null buffer, an index out of range or a buffer too small for the path.
+int VideoConverter_GetOutputFile(int index, char* path, int pathSize);
+// Position reached and total length of the running conversion or preview,
+// microseconds. Once a conversion whose inputs ended early has finished, the
+// length is that of the output.
 int64_t VideoConverter_GetCurrentTime(void);
 int64_t VideoConverter_GetDuration(void);
 // Stops the running conversion or preview within half a second, without
@@ -337,5 +387,13 @@ VC_STATIC_ASSERT(offsetof(OutputParam, m_Reserved600) == 600, "OutputParam layou
 VC_STATIC_ASSERT(offsetof(OutputParam, m_SegmentLength) == 604, "OutputParam layout");
 VC_STATIC_ASSERT(offsetof(OutputParam, m_Reserved612) == 612, "OutputParam layout");
 VC_STATIC_ASSERT(offsetof(OutputParam, m_ReservedText) == 616, "OutputParam layout");
+
+VC_STATIC_ASSERT(sizeof(ConvertOutcome) == VC_CONVERT_OUTCOME_SIZE, "ConvertOutcome is 2,072 bytes");
+VC_STATIC_ASSERT(offsetof(ConvertOutcome, m_Outcome) == 4, "ConvertOutcome layout");
+VC_STATIC_ASSERT(offsetof(ConvertOutcome, m_WrittenUs) == 8, "ConvertOutcome layout");
+VC_STATIC_ASSERT(offsetof(ConvertOutcome, m_FileCount) == 16, "ConvertOutcome layout");
+VC_STATIC_ASSERT(offsetof(ConvertOutcome, m_Reserved) == 20, "ConvertOutcome layout");
+VC_STATIC_ASSERT(offsetof(ConvertOutcome, m_Reason) == 24, "ConvertOutcome layout");
+VC_STATIC_ASSERT(offsetof(ConvertOutcome, m_FirstFile) == 1048, "ConvertOutcome layout");
 
 #undef VC_STATIC_ASSERT
