@@ -6,7 +6,7 @@
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 
-VC_SANITIZE_BUILD="${VC_SANITIZE_BUILD:-$VC_ROOT/build-sanitize}"
+VC_SANITIZE_BUILD="${VC_SANITIZE_BUILD:-$VC_ROOT/build-asan-ubsan}"
 SANITIZE_FLAGS="-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
 # -O1 and line tables only keep the build and the run quick while the reports still name file and line.
 COMPILE_FLAGS="-O1 -g1 $SANITIZE_FLAGS"

@@ -7,6 +7,7 @@
 // the figures; exits 1 on a failure.
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -119,7 +120,12 @@ int main(int argc, char** argv) {
   }
 
   AddedNodes added;
-  MainFormAction(&added).addFile(QStringList(kRows, clip));
+  UIInfoDB db;
+  MainFormAction adding(db, &added);
+  QEventLoop addingDone;
+  QObject::connect(&adding, &MainFormAction::finished, &addingDone, &QEventLoop::quit);
+  adding.addFile(QStringList(kRows, clip));
+  addingDone.exec();
   std::vector<std::unique_ptr<ConvertView>> rows;
   QList<ConvertView*> rowList;
   for (int index = 0; index < added.nodes.size(); ++index) {

@@ -4,9 +4,15 @@
 
 #include <QStringList>
 
+class TerminalAlertPresenter;
+
 int runInfoCommand(const QStringList& arguments);
 int runProbeCommand(const QStringList& arguments);
 int runProfilesCommand(const QStringList& arguments);
 int runFetchCommand(const QStringList& arguments);
-int runConvertCommand(const QStringList& arguments);
+// Questions of the run go to `alerts`, which --yes answers with their first button.
+int runConvertCommand(const QStringList& arguments, TerminalAlertPresenter& alerts);
 int runTagsCommand(const QStringList& arguments);
+int runAnalyzeCommand(const QStringList& arguments);
+// The usage text of analyze, with its options explained.
+QString analyzeUsage();

@@ -4,14 +4,17 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <limits>
 #include <span>
 #include <utility>
 
 #include "ConvertRequest.h"
-#include "metadataedit.h"
 #include "ValueObject/CropSettingInfo.h"
 #include "ValueObject/EffectSettingInfo.h"
+#include "ValueObject/ProfileSettingInfo.h"
 #include "ValueObject/ValueChoice.h"
+#include "ValueObject/WatermarkInfo.h"
+#include "metadataedit.h"
 
 namespace {
 
@@ -19,27 +22,32 @@ using Request = ConvertRequest;
 
 struct NumberOption {
   const char* name;
-  int minimum;
-  int maximum;
+  SettingRange range;
   std::optional<int> Request::*field;
   const char* meaning;
 };
 
+// How many pieces a file may be split into depends on its length, which is
+// checked once the file is read; here only the lower bound.
+constexpr SettingRange kAnyNumberOfPieces{1, std::numeric_limits<int32_t>::max(), 1};
+
 const NumberOption kNumberOptions[] = {
-    {"--split-minutes", 1, 1000000, &Request::splitMinutes, "cut the output into pieces of N minutes"},
-    {"--split-clips", 1, 1000000, &Request::splitClips, "cut the output into N pieces"},
-    {"--brightness", -255, 255, &Request::brightness, "0 leaves the picture as it is"},
-    {"--contrast", -200, 200, &Request::contrast, "0 leaves the picture as it is"},
-    {"--saturation", -200, 200, &Request::saturation, "0 leaves the picture as it is"},
-    {"--depth", -100, 100, &Request::depth, "depth of the 3D effect"},
-    {"--volume", 0, 400, &Request::volume, "percent; 100 leaves the sound as it is"},
-    {"--fade-in", 0, 10, &Request::fadeIn, "seconds of sound fading in"},
-    {"--fade-out", 0, 10, &Request::fadeOut, "seconds of sound fading out"},
-    {"--video-fade-in", 0, 10, &Request::videoFadeIn, "seconds of picture fading in from black"},
-    {"--video-fade-out", 0, 10, &Request::videoFadeOut, "seconds of picture fading out to black"},
-    {"--opacity", 0, 100, &Request::opacity, "percent opacity of the watermark"},
-    {"--video-bitrate", 1, 200000, &Request::videoBitrate, "kbit/s"},
-    {"--audio-bitrate", 1, 1536, &Request::audioBitrate, "kbit/s"},
+    {"--split-minutes", kAnyNumberOfPieces, &Request::splitMinutes, "cut the output into pieces of N minutes"},
+    {"--split-clips", kAnyNumberOfPieces, &Request::splitClips, "cut the output into N pieces"},
+    {"--brightness", EffectSettingInfo::kBrightnessRange, &Request::brightness, "0 leaves the picture as it is"},
+    {"--contrast", EffectSettingInfo::kContrastRange, &Request::contrast, "0 leaves the picture as it is"},
+    {"--saturation", EffectSettingInfo::kSaturationRange, &Request::saturation, "0 leaves the picture as it is"},
+    {"--depth", EffectSettingInfo::kDepthRange, &Request::depth, "depth of the 3D effect"},
+    {"--volume", EffectSettingInfo::kVolumeRange, &Request::volume, "percent; 100 leaves the sound as it is"},
+    {"--fade-in", EffectSettingInfo::kFadeRange, &Request::fadeIn, "seconds of sound fading in"},
+    {"--fade-out", EffectSettingInfo::kFadeRange, &Request::fadeOut, "seconds of sound fading out"},
+    {"--video-fade-in", EffectSettingInfo::kFadeRange, &Request::videoFadeIn,
+     "seconds of picture fading in from black"},
+    {"--video-fade-out", EffectSettingInfo::kFadeRange, &Request::videoFadeOut,
+     "seconds of picture fading out to black"},
+    {"--opacity", WatermarkInfo::kTransparencyRange, &Request::opacity, "percent opacity of the watermark"},
+    {"--video-bitrate", ProfileSettingInfo::kVideoBitrateRange, &Request::videoBitrate, "kbit/s"},
+    {"--audio-bitrate", ProfileSettingInfo::kAudioBitrateRange, &Request::audioBitrate, "kbit/s"},
 };
 
 constexpr ValueChoice kRotations[] = {{"0", 0}, {"90", 90}, {"180", 180}, {"270", 270}};
@@ -80,8 +88,8 @@ struct TagOption {
 };
 
 const TagOption kTagOptions[] = {
-    {"--title", METADATA_KEY_TITLE},   {"--artist", METADATA_KEY_ARTIST}, {"--album", METADATA_KEY_ALBUM},
-    {"--year", METADATA_KEY_YEAR},     {"--genre", METADATA_KEY_GENRE},
+    {"--title", METADATA_KEY_TITLE}, {"--artist", METADATA_KEY_ARTIST}, {"--album", METADATA_KEY_ALBUM},
+    {"--year", METADATA_KEY_YEAR},   {"--genre", METADATA_KEY_GENRE},
 };
 
 const RectOption kRectOptions[] = {{"--crop", &Request::crop}, {"--watermark-rect", &Request::watermarkRect}};
@@ -105,12 +113,11 @@ std::optional<int> wholeNumber(const QString& text) {
 
 QString parseNumber(const NumberOption& option, const QString& value, Request& request) {
   const std::optional<int> number = wholeNumber(value);
-  if (!number || *number < option.minimum || *number > option.maximum) {
-    return QStringLiteral("%1 takes a whole number from %2 to %3, not '%4'.")
-        .arg(QLatin1String(option.name))
-        .arg(option.minimum)
-        .arg(option.maximum)
-        .arg(value);
+  if (!number || !option.range.contains(*number)) {
+    const QString bounds = option.range.maximum == kAnyNumberOfPieces.maximum
+                               ? QString::number(option.range.minimum)
+                               : QStringLiteral("%1 to %2").arg(option.range.minimum).arg(option.range.maximum);
+    return QStringLiteral("%1 takes a whole number from %2, not '%3'.").arg(QLatin1String(option.name), bounds, value);
   }
   request.*option.field = *number;
   return {};
@@ -316,11 +323,10 @@ QString convertUsage() {
     usage += QStringLiteral("  %1 %2\n").arg(QLatin1String(option.name), choiceNames(option.choices));
   }
   for (const NumberOption& option : kNumberOptions) {
-    usage += QStringLiteral("  %1 %2 ... %3: %4\n")
-                 .arg(QLatin1String(option.name))
-                 .arg(option.minimum)
-                 .arg(option.maximum)
-                 .arg(QLatin1String(option.meaning));
+    const QString bounds = option.range.maximum == kAnyNumberOfPieces.maximum
+                               ? QStringLiteral("%1 or more").arg(option.range.minimum)
+                               : QStringLiteral("%1 ... %2").arg(option.range.minimum).arg(option.range.maximum);
+    usage += QStringLiteral("  %1 %2: %3\n").arg(QLatin1String(option.name), bounds, QLatin1String(option.meaning));
   }
   return usage;
 }

@@ -11,8 +11,6 @@
 
 #include <unistd.h>
 
-#include <utility>
-
 #include "Action/ApplicationLifecycle.h"
 #include "Action/MainFormController.h"
 #include "Action/ProfileAction.h"
@@ -47,56 +45,13 @@ QStringList absolutePaths(const QStringList& files) {
   return paths;
 }
 
-// At the end of a run the window reveals the output folder; here it is named.
-class NamingWorkspace : public TerminalWorkspace {
- public:
-  bool revealInFileViewer(const QString& path) override {
-    QTextStream(stdout) << "Output folder: " << path << Qt::endl;
-    return true;
-  }
-};
-
-// The alerts and workspace of one conversion run, put back afterwards, and
-// the window's output folder and merge check box likewise: the command line
-// does not change what the window remembers.
-class RunSettings {
- public:
-  RunSettings(MainFormController& controller, const ConvertRequest& request, const QString& folder)
-      : controller_(controller),
-        alerts_(request.answerYes),
-        previousAlerts_(PlatformServices::alerts()),
-        previousWorkspace_(PlatformServices::workspace()),
-        previousFolder_(std::exchange(DefOutputPath, folder)),
-        previousMerge_(controller.isMergeChecked()) {
-    PlatformServices::install(&alerts_, PlatformServices::panels(), &workspace_);
-    controller.setMergeChecked(request.merge);
-  }
-  ~RunSettings() {
-    controller_.setMergeChecked(previousMerge_);
-    DefOutputPath = previousFolder_;
-    PlatformServices::install(previousAlerts_, PlatformServices::panels(), previousWorkspace_);
-  }
-  RunSettings(const RunSettings&) = delete;
-  RunSettings& operator=(const RunSettings&) = delete;
-
- private:
-  MainFormController& controller_;
-  TerminalAlertPresenter alerts_;
-  NamingWorkspace workspace_;
-  AlertPresenter* previousAlerts_;
-  Workspace* previousWorkspace_;
-  QString previousFolder_;
-  bool previousMerge_;
-};
-
 // Puts the edits into every item of the list; items they do not fit are
 // reported and taken off the list. Answers how many were taken off.
 int applyEdits(MainFormController& controller, const ConvertRequest& request) {
   int refused = 0;
   for (const NodeInfo::Ptr& item : controller.videoData()) {
     if (const QString reason = applyConvertRequest(request, *item); !reason.isEmpty()) {
-      QTextStream(stderr) << QStringLiteral("Failed: %1: %2").arg(item->mediaFileInfo().source(), reason)
-                          << Qt::endl;
+      QTextStream(stderr) << QStringLiteral("Failed: %1: %2").arg(item->mediaFileInfo().source(), reason) << Qt::endl;
       controller.deleteItemView(item);
       ++refused;
     }
@@ -112,6 +67,11 @@ int convertFiles(const ConvertRequest& request) {
         << Qt::endl;
     return kExitUsage;
   }
+  if (!MainFormController::itemCanSelectProfile(*entry)) {
+    // The window's missing-codec alert, asked on the terminal.
+    QCoreApplication::processEvents();
+    return kExitFailed;
+  }
   const std::optional<ProfileSettingInfo> profile = ProfileAction::makeProfileSettingInfo(*entry);
   if (!profile) {
     err << QStringLiteral("The profile %1 is damaged in the catalogue.").arg(entry->DisplayName) << Qt::endl;
@@ -124,20 +84,23 @@ int convertFiles(const ConvertRequest& request) {
     return kExitFailed;
   }
 
-  MainFormController controller;
-  const RunSettings settings(controller, request, folder);
+  UIInfoDB db;
+  MainFormController controller(db);
+  controller.setOutputFolder(folder);
+  controller.setMergeChecked(request.merge);
   controller.setCurrentProfile(*profile);
   ConvertRunReport report(controller, isatty(STDOUT_FILENO) != 0);
   InterruptWatcher interrupt([&] {
     QTextStream(stderr) << "Stopping... (Ctrl-C again quits at once)" << Qt::endl;
-    report.cancelRequested();
     controller.cancelAllConvert();
   });
   QObject::connect(&controller, &MainFormController::windowStateChanged, [](MainFormController::WindowState state) {
     if (state != MainFormController::WindowState::kConverting) QCoreApplication::quit();
   });
 
+  QObject::connect(&controller, &MainFormController::addingFinished, &QCoreApplication::quit);
   controller.addFilesToMainList(absolutePaths(request.files));
+  if (controller.isAdding()) QCoreApplication::exec();
   report.addFailedBeforeStart(static_cast<int>(request.files.size() - controller.videoData().size()));
   report.addFailedBeforeStart(applyEdits(controller, request));
   if (!interrupt.interrupted()) {
@@ -151,12 +114,13 @@ int convertFiles(const ConvertRequest& request) {
 
 }  // namespace
 
-int runConvertCommand(const QStringList& arguments) {
+int runConvertCommand(const QStringList& arguments, TerminalAlertPresenter& alerts) {
   const ParsedConvertArguments parsed = parseConvertArguments(arguments);
   if (!parsed.request) {
     QTextStream(stderr) << "videoconverter convert: " << parsed.error << "\n\n" << convertUsage() << Qt::flush;
     return kExitUsage;
   }
+  alerts.setAssumeFirstButton(parsed.request->answerYes);
   MainWindowShell headless;
   ApplicationLifecycle::startUp(headless);
   const int exitCode = convertFiles(*parsed.request);

@@ -4,10 +4,9 @@
 
 #include <cmath>
 
-namespace {
+#include "ValueObject/SplitLimits.h"
 
-// The length in minutes begun, as the split editor counts it: 61 s is 2 minutes.
-int32_t startedMinutes(int32_t seconds) { return seconds / 60 + (seconds % 60 != 0 ? 1 : 0); }
+namespace {
 
 QString rectText(const QRect& rect) {
   return QStringLiteral("%1,%2,%3,%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
@@ -33,10 +32,10 @@ QString whyNotApplicable(const ConvertRequest& request, const NodeInfo& node) {
     return QStringLiteral("--trim ends at %1 s, after the end of the file (%2 s).").arg(*request.trimEnd).arg(length);
   }
   // The split editor's own texts.
-  if (request.splitMinutes && *request.splitMinutes > startedMinutes(media.iTotalTime())) {
+  if (request.splitMinutes && !SplitLimits::minutesRange(media.iTotalTime()).contains(*request.splitMinutes)) {
     return QStringLiteral("The durations should not be more than the original length of video.");
   }
-  if (request.splitClips && *request.splitClips > media.iTotalTime()) {
+  if (request.splitClips && !SplitLimits::clipsRange(media.iTotalTime()).contains(*request.splitClips)) {
     return QStringLiteral("Clips should not more than video length.");
   }
   const QRect frame(0, 0, media.frameWidth(), media.frameHeight());
@@ -75,7 +74,7 @@ void applyTimeEdits(const ConvertRequest& request, NodeInfo& node) {
   if (request.splitMinutes) {
     node.setSplitRow(0);
     node.setVideoMinutes(*request.splitMinutes);
-    node.setVideoClips(startedMinutes(node.mediaFileInfo().iTotalTime()) / *request.splitMinutes);
+    node.setVideoClips(SplitLimits::startedMinutes(node.mediaFileInfo().iTotalTime()) / *request.splitMinutes);
   }
   if (request.splitClips) {
     node.setSplitRow(1);
@@ -136,7 +135,8 @@ void applyWatermark(const ConvertRequest& request, NodeInfo& node) {
 // Tags given as options replace the ones read from the file.
 void applyTagEdits(const ConvertRequest& request, NodeInfo& node) {
   MediaMetaData& tags = node.metaData();
-  for (auto tag = request.tags.constBegin(); tag != request.tags.constEnd(); ++tag) tags.setText(tag.key(), tag.value());
+  for (auto tag = request.tags.constBegin(); tag != request.tags.constEnd(); ++tag)
+    tags.setText(tag.key(), tag.value());
   if (request.track) {
     tags.setCurTrackNum(request.track->first);
     tags.setTotalTrackNum(request.track->second);

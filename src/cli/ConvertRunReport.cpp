@@ -88,15 +88,22 @@ void ConvertRunReport::endBar() {
   barShown_ = false;
 }
 
-ConvertRunReport::RowEnd ConvertRunReport::judge(const ConvertView& row) const {
-  if (!row.refusal().isEmpty()) return {Outcome::kFailed, row.refusal(), {}};
-  const QStringList files = OutputParamRecord::writtenFiles(row.outputPath());
-  // The queue shows a row cut short by cancel-all as finished; it is not.
-  if (cancelRequested_ || row.isStartButtonEnabled()) {
-    return {Outcome::kCancelled, QStringLiteral("Stopped before the end."), files};
+ConvertRunReport::RowEnd ConvertRunReport::judge(const ConvertView& row) {
+  using RowOutcome = ConvertView::Outcome;
+  switch (row.outcome()) {
+    case RowOutcome::kFinished:
+      return {Outcome::kFinished, QString(), row.outputFiles()};
+    case RowOutcome::kWarning:
+      return {Outcome::kFinished, row.outcomeReason(), row.outputFiles()};
+    case RowOutcome::kStopped:
+    case RowOutcome::kCancelled:
+      return {Outcome::kCancelled, row.outcomeReason(), row.outputFiles()};
+    case RowOutcome::kFailed:
+    case RowOutcome::kWaiting:
+    case RowOutcome::kConverting:
+      break;
   }
-  if (files.isEmpty()) return {Outcome::kFailed, QStringLiteral("The converter wrote no output."), {}};
-  return {Outcome::kFinished, QString(), files};
+  return {Outcome::kFailed, row.outcomeReason(), {}};
 }
 
 void ConvertRunReport::rowEnded(ConvertView* row) {
@@ -108,6 +115,7 @@ void ConvertRunReport::rowEnded(ConvertView* row) {
   switch (end.outcome) {
     case Outcome::kFinished:
       out_ << QStringLiteral("Done: %1").arg(end.files.join(QStringLiteral(", "))) << Qt::endl;
+      if (!end.reason.isEmpty()) err_ << QStringLiteral("Warning: %1: %2").arg(name, end.reason) << Qt::endl;
       break;
     case Outcome::kFailed:
       err_ << QStringLiteral("Failed: %1: %2").arg(name, end.reason) << Qt::endl;
@@ -120,13 +128,15 @@ void ConvertRunReport::rowEnded(ConvertView* row) {
   }
 }
 
-void ConvertRunReport::printOutput(const QString& path) {
+void ConvertRunReport::printOutput(const QString& path, const QString& warning) {
   const QString size =
       QLocale::c().formattedDataSize(QFileInfo(path).size(), 1, QLocale::DataSizeTraditionalFormat);
   const MediaFileProbe probe = probeMediaFile(path, QString(), false);
   const QString length = probe.result == 0 ? CommonClass::formatTimeForDouble(probe.info.m_Duration / 1000000.0)
                                            : QStringLiteral("length unreadable");
-  out_ << QStringLiteral("  %1  %2  %3").arg(path, size, length) << Qt::endl;
+  out_ << QStringLiteral("  %1  %2  %3").arg(path, size, length);
+  if (!warning.isEmpty()) out_ << QStringLiteral("  (warning: %1)").arg(warning);
+  out_ << Qt::endl;
 }
 
 bool ConvertRunReport::printSummary() {
@@ -138,7 +148,7 @@ bool ConvertRunReport::printSummary() {
   int finished = 0;
   int failed = failed_;
   int cancelled = 0;
-  QStringList outputs;
+  QList<std::pair<QString, QString>> outputs;  // file and warning
   for (const auto& row : controller_.convertViews()) {
     if (!ends_.contains(row.get())) {
       err_ << QStringLiteral("Cancelled: %1: Cancelled before it started.").arg(itemName(*row->nodeInfo()))
@@ -147,14 +157,16 @@ bool ConvertRunReport::printSummary() {
       continue;
     }
     const RowEnd& end = ends_.value(row.get());
-    if (end.outcome == Outcome::kFinished) outputs += end.files;
+    if (end.outcome == Outcome::kFinished) {
+      for (const QString& file : end.files) outputs.append({file, end.reason});
+    }
     finished += end.outcome == Outcome::kFinished ? 1 : 0;
     failed += end.outcome == Outcome::kFailed ? 1 : 0;
     cancelled += end.outcome == Outcome::kCancelled ? 1 : 0;
   }
   if (!outputs.isEmpty()) {
     out_ << "Outputs:" << Qt::endl;
-    for (const QString& path : outputs) printOutput(path);
+    for (const auto& [path, warning] : outputs) printOutput(path, warning);
   }
   out_ << QStringLiteral("%1 converted, %2 failed, %3 cancelled.").arg(finished).arg(failed).arg(cancelled)
        << Qt::endl;

@@ -22,8 +22,6 @@ class ConvertRunReport : public QObject {
   // Items that never reached the queue: files that could not be added,
   // edits that did not fit.
   void addFailedBeforeStart(int count) { failed_ += count; }
-  // The whole run is being cancelled: rows cut short count as cancelled.
-  void cancelRequested() { cancelRequested_ = true; }
 
   // Prints the outputs and the counts; true when every item was converted.
   bool printSummary();
@@ -40,16 +38,17 @@ class ConvertRunReport : public QObject {
   void rowStarted(ConvertView* row);
   void rowChanged(ConvertView* row);
   void rowEnded(ConvertView* row);
-  RowEnd judge(const ConvertView& row) const;
+  // The row's own outcome; a warning's reason stays with the finished files.
+  static RowEnd judge(const ConvertView& row);
   void drawBar(double fraction, double speed, double secondsLeft);
   void endBar();
-  void printOutput(const QString& path);
+  // One line of the summary: path, size, length, and the warning if any.
+  void printOutput(const QString& path, const QString& warning);
 
   MainFormController& controller_;
   QTextStream out_;
   QTextStream err_;
   const bool onTerminal_;
-  bool cancelRequested_ = false;
   bool runStarted_ = false;
   QHash<const ConvertView*, RowEnd> ends_;
   const ConvertView* running_ = nullptr;

@@ -12,6 +12,7 @@ namespace {
 volatile sig_atomic_t writeEnd = -1;
 struct sigaction previousInterrupt;
 struct sigaction previousTerminate;
+struct sigaction previousHangUp;
 
 void signalArrived(int /*signal*/) {
   const int savedErrno = errno;
@@ -36,12 +37,14 @@ InterruptWatcher::InterruptWatcher(std::function<void()> onInterrupt) : onInterr
   action.sa_flags = SA_RESTART | SA_RESETHAND;
   sigaction(SIGINT, &action, &previousInterrupt);
   sigaction(SIGTERM, &action, &previousTerminate);
+  sigaction(SIGHUP, &action, &previousHangUp);
 }
 
 InterruptWatcher::~InterruptWatcher() {
   if (readEnd_ < 0) return;
   sigaction(SIGINT, &previousInterrupt, nullptr);
   sigaction(SIGTERM, &previousTerminate, nullptr);
+  sigaction(SIGHUP, &previousHangUp, nullptr);
   notifier_.reset();
   close(writeEnd);
   writeEnd = -1;

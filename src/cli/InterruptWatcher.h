@@ -1,6 +1,6 @@
-// Turns Ctrl-C (SIGINT) and SIGTERM into a call on the main thread's event
-// loop. The signal handler only writes a byte to a pipe that the loop
-// watches. A second Ctrl-C ends the program at once, as usual.
+// Turns Ctrl-C (SIGINT), SIGTERM and SIGHUP (the terminal closed) into a
+// call on the main thread's event loop. The signal handler only writes a
+// byte to a pipe that the loop watches. A second Ctrl-C ends the program at once, as usual.
 #pragma once
 
 #include <QSocketNotifier>

@@ -9,7 +9,7 @@
 #include <QTextStream>
 
 #include "Action/ApplicationLifecycle.h"
-#include "Action/MainFormAction.h"
+#include "MediaClass/MediaFileImporter.h"
 #include "Commands.h"
 #include "FileReportCommand.h"
 #include "CommonClass/CommonClass.h"
@@ -43,7 +43,7 @@ ProbeReport probeFile(const QString& path) {
   ProbeReport report;
   report.path = path;
   const QString thumbnail =
-      MainFormAction::thumbnailPath(path, ApplicationLifecycle::timeStampUTC8(QDateTime::currentDateTimeUtc()));
+      MediaFileImporter::thumbnailPath(path, ApplicationLifecycle::timeStampUTC8(QDateTime::currentDateTimeUtc()));
   PlayVideo probe;
   report.code = probe.getMediaInfo(path, thumbnail);
   if (report.code != 0) {

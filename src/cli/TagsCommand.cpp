@@ -7,7 +7,7 @@
 #include <QTextStream>
 
 #include "Action/ApplicationLifecycle.h"
-#include "Action/MainFormAction.h"
+#include "MediaClass/MediaFileImporter.h"
 #include "Commands.h"
 #include "FileReportCommand.h"
 #include "ValueObject/MediaMetaData.h"
@@ -47,7 +47,7 @@ TagsReport readFile(const QString& path) {
   const QString stamp = ApplicationLifecycle::timeStampUTC8(QDateTime::currentDateTimeUtc());
   TagsReport report;
   report.path = path;
-  report.tags = MediaMetaData::initWithFile(path, MainFormAction::coverThumbnailPath(path, stamp), &report.code);
+  report.tags = MediaMetaData::initWithFile(path, MediaFileImporter::coverThumbnailPath(path, stamp), &report.code);
   return report;
 }
 

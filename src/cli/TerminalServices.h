@@ -7,14 +7,14 @@
 class TerminalAlertPresenter : public AlertPresenter {
  public:
   // With `assumeFirstButton`, questions take their first button unasked.
-  explicit TerminalAlertPresenter(bool assumeFirstButton = false) : assumeFirstButton_(assumeFirstButton) {}
+  void setAssumeFirstButton(bool assume) { assumeFirstButton_ = assume; }
   void showMessage(const QString& message, const QString& informativeText) override;
   // Asks on the terminal; without one, takes the last button (the refusal).
   // Either way the question and the answer are written out.
   int ask(const QString& message, const QString& informativeText, const QStringList& buttons) override;
 
  private:
-  bool assumeFirstButton_;
+  bool assumeFirstButton_ = false;
 };
 
 // Panels read one path per line from the terminal; none without a terminal.
@@ -26,9 +26,17 @@ class TerminalFilePanels : public FilePanels {
   QStringList openFiles(const QStringList& extensions) override;
 };
 
-// Hands folders and addresses to the desktop's opener, xdg-open.
+// A folder to reveal is named on standard output; addresses go to the
+// desktop's opener, xdg-open.
 class TerminalWorkspace : public Workspace {
  public:
   bool revealInFileViewer(const QString& path) override;
   bool openAddress(const QString& address) override;
+};
+
+// The three services of the command line, installed by main() for the run.
+struct TerminalServices {
+  TerminalAlertPresenter alerts;
+  TerminalFilePanels panels;
+  TerminalWorkspace workspace;
 };

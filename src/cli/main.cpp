@@ -7,7 +7,7 @@
 
 #include "Action/ApplicationLifecycle.h"
 #include "Commands.h"
-#include "CommonClass/PlatformServices.h"
+#include "ConvertRequest.h"
 #include "ProjectVersion.h"
 #include "TerminalServices.h"
 
@@ -15,21 +15,40 @@ namespace {
 
 struct Command {
   const char* name;
+  const char* synopsis;
   const char* summary;
-  std::function<int(const QStringList&)> run;
+  std::function<int(const QStringList&, TerminalServices&)> run;
+  // A longer usage text than the synopsis and summary, when the command has options to explain.
+  std::function<QString()> usage = nullptr;
 };
 
+template <int (*run)(const QStringList&)>
+int withoutServices(const QStringList& arguments, TerminalServices& /*services*/) {
+  return run(arguments);
+}
+
 const Command kCommands[] = {
-    {"info", "start up as the program does and print the product, version and folders", runInfoCommand},
-    {"fetch", "URL --output FILE [--resume]: download an address, resuming FILE.download", runFetchCommand},
-    {"probe", "FILE... [--json]: print the properties of media files as adding them reads them", runProbeCommand},
-    {"profiles", "list the output profiles of the catalogue by group", runProfilesCommand},
-    {"convert", "FILE... [--profile NAME] [--output DIR] [options]: convert files with edits", runConvertCommand},
-    {"tags", "FILE... [--json]: print the tags of media files and save their covers as pictures", runTagsCommand},
+    {"info", "", "start up as the program does and print the product, version and folders",
+     withoutServices<runInfoCommand>},
+    {"fetch", "URL --output FILE [--resume]", "download an address, resuming FILE.download",
+     withoutServices<runFetchCommand>},
+    {"probe", "FILE... [--json]", "print the properties of media files as adding them reads them",
+     withoutServices<runProbeCommand>},
+    {"profiles", "", "list the output profiles of the catalogue by group", withoutServices<runProfilesCommand>},
+    {"convert", "FILE... [--profile NAME] [--output DIR] [options]", "convert files with edits",
+     [](const QStringList& arguments, TerminalServices& services) {
+       return runConvertCommand(arguments, services.alerts);
+     },
+     convertUsage},
+    {"tags", "FILE... [--json]", "print the tags of media files and save their covers as pictures",
+     withoutServices<runTagsCommand>},
+    {"analyze", "URL [--quality 0|1|2] [--json]", "list the videos of a web page and the one chosen",
+     withoutServices<runAnalyzeCommand>, analyzeUsage},
 };
 
 void printUsage(QTextStream& stream) {
   stream << "Usage: videoconverter <command> [arguments]\n"
+            "       videoconverter <command> --help\n"
             "       videoconverter --version\n\nCommands:\n";
   for (const Command& command : kCommands) {
     stream << QStringLiteral("  %1 %2").arg(QLatin1String(command.name), -10).arg(QLatin1String(command.summary))
@@ -38,16 +57,28 @@ void printUsage(QTextStream& stream) {
   stream.flush();
 }
 
+void printCommandUsage(const Command& command, QTextStream& stream) {
+  if (command.usage) {
+    stream << command.usage();
+  } else {
+    stream << QStringLiteral("Usage: videoconverter %1 %2\n%3.\n")
+                  .arg(QLatin1String(command.name), QLatin1String(command.synopsis), QLatin1String(command.summary));
+  }
+  stream.flush();
+}
+
+bool asksForHelp(const QStringList& arguments) {
+  return arguments.contains(QLatin1String("--help")) || arguments.contains(QLatin1String("-h"));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   ApplicationLifecycle::identifyApplication();
 
-  TerminalAlertPresenter alerts;
-  TerminalFilePanels panels;
-  TerminalWorkspace workspace;
-  PlatformServices::install(&alerts, &panels, &workspace);
+  TerminalServices services;
+  PlatformServices::install(&services.alerts, &services.panels, &services.workspace);
 
   QStringList arguments = QCoreApplication::arguments().mid(1);
   QTextStream out(stdout);
@@ -62,7 +93,12 @@ int main(int argc, char** argv) {
   }
   const QString name = arguments.takeFirst();
   for (const Command& command : kCommands) {
-    if (name == QLatin1String(command.name)) return command.run(arguments);
+    if (name != QLatin1String(command.name)) continue;
+    if (asksForHelp(arguments)) {
+      printCommandUsage(command, out);
+      return 0;
+    }
+    return command.run(arguments, services);
   }
   err << "videoconverter: unknown command '" << name << "'\n";
   printUsage(err);

@@ -10,11 +10,13 @@
 #include "CommonClass/GlobalSettings.h"
 
 namespace {
-QString nameFilter(const QStringList& extensions) {
+QString patternsOf(const QStringList& extensions) {
   QStringList patterns;
   for (const QString& extension : extensions) patterns.append(QStringLiteral("*.") + extension);
-  return QStringLiteral("Media (%1)").arg(patterns.join(QLatin1Char(' ')));
+  return patterns.isEmpty() ? QStringLiteral("*") : patterns.join(QLatin1Char(' '));
 }
+
+QString nameFilter(const QStringList& extensions) { return QStringLiteral("Media (%1)").arg(patternsOf(extensions)); }
 }  // namespace
 
 void QtAlertPresenter::showMessage(const QString& message, const QString& informativeText) {
@@ -45,15 +47,34 @@ QString QtFilePanels::savePanel(const QString& suggestedPath, const QString& mes
 }
 
 QString QtFilePanels::openFolder(const QString& startFolder) {
-  return QFileDialog::getExistingDirectory(nullptr, QString(), startFolder);
+  return QFileDialog::getExistingDirectory(parent_, QString(), startFolder);
 }
 
 QString QtFilePanels::openSingleFile(const QStringList& extensions) {
-  return QFileDialog::getOpenFileName(nullptr, QString(), DefInputPath, nameFilter(extensions));
+  return QFileDialog::getOpenFileName(parent_, QString(), DefInputPath, nameFilter(extensions));
 }
 
 QStringList QtFilePanels::openFiles(const QStringList& extensions) {
-  return QFileDialog::getOpenFileNames(nullptr, QString(), DefInputPath, nameFilter(extensions));
+  return QFileDialog::getOpenFileNames(parent_, QString(), DefInputPath, nameFilter(extensions));
+}
+
+QStringList QtFilePanels::openFilesWithFilters(const QString& startFolder, const QList<Filter>& filters,
+                                               int& chosenFilter) {
+  QFileDialog dialog(parent_, QString(), startFolder);
+  dialog.setFileMode(QFileDialog::ExistingFiles);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  QStringList names;
+  for (const Filter& filter : filters) {
+    // A name that carries its own pattern, such as "All File(*.*)", stays as it is.
+    names.append(filter.first.contains(QLatin1Char('(')) ? filter.first
+                                                          : QStringLiteral("%1 (%2)").arg(filter.first,
+                                                                                          patternsOf(filter.second)));
+  }
+  dialog.setNameFilters(names);
+  if (chosenFilter >= 0 && chosenFilter < names.size()) dialog.selectNameFilter(names[chosenFilter]);
+  if (dialog.exec() != QDialog::Accepted) return {};
+  chosenFilter = static_cast<int>(names.indexOf(dialog.selectedNameFilter()));
+  return dialog.selectedFiles();
 }
 
 bool QtWorkspace::revealInFileViewer(const QString& path) {

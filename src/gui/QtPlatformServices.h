@@ -19,10 +19,16 @@ class QtAlertPresenter : public AlertPresenter {
 
 class QtFilePanels : public FilePanels {
  public:
+  void setParentWindow(QWidget* window) { parent_ = window; }
   QString savePanel(const QString& suggestedPath, const QString& message) override;
   QString openFolder(const QString& startFolder) override;
   QString openSingleFile(const QStringList& extensions) override;
   QStringList openFiles(const QStringList& extensions) override;
+  QStringList openFilesWithFilters(const QString& startFolder, const QList<Filter>& filters,
+                                   int& chosenFilter) override;
+
+ private:
+  QPointer<QWidget> parent_;
 };
 
 class QtWorkspace : public Workspace {

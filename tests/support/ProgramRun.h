@@ -16,3 +16,10 @@ QString programPath();
 // Waits for a started program to end and collects its output.
 ProgramResult finishProgram(QProcess& process);
 ProgramResult runProgram(const QStringList& arguments, const QString& workingDirectory = QString());
+
+// A user of their own: the program's configuration, data and caches below `home`.
+QProcessEnvironment homeEnvironment(const QString& home);
+// Runs the program in `environment`; with `writableBytes` >= 0, writing a
+// file beyond that size fails as on a full disk.
+ProgramResult runProgramAs(const QProcessEnvironment& environment, const QStringList& arguments,
+                           qint64 writableBytes = -1);

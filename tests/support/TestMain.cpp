@@ -1,8 +1,12 @@
 // Test entry: a private temporary home, the application identity, and a
-// QCoreApplication so that tests can run the real event loop.
+// QCoreApplication (a QApplication for window tests) so that tests can run
+// the real event loop.
 
 #include <QCoreApplication>
 #include <QDir>
+#ifdef VC_TEST_WIDGETS
+#include <QApplication>
+#endif
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -22,7 +26,13 @@ int main(int argc, char** argv) {
   setenv("XDG_CACHE_HOME", (path + "/.cache").constData(), 1);
   unsetenv("DBUS_SESSION_BUS_ADDRESS");
 
+#ifdef VC_TEST_WIDGETS
+  // Window tests draw off screen unless a platform is asked for.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  QApplication app(argc, argv);
+#else
   QCoreApplication app(argc, argv);
+#endif
   ApplicationLifecycle::identifyApplication();
   const QString logFolder = home.path() + QStringLiteral("/log/");
   QDir().mkpath(logFolder);

@@ -11,6 +11,7 @@
 #include "Action/UIAction.h"
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/DistributedNotificationCenter.h"
+#include "CommonClass/FolderHold.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/KMVLog.h"
 #include "CommonClass/NotificationCenter.h"
@@ -50,10 +51,16 @@ void logBuildToSystemConsole() {
 
 // Only a folder this sequence made is removed, whatever the defaults say.
 bool isRunFolder(const QString& path) {
-  static const QRegularExpression stamp(QStringLiteral("^\\d{14}$"));
+  static const QRegularExpression stamp(QStringLiteral("^\\d{14}(-\\d+)?$"));
   const QFileInfo info(path);
   return !path.isEmpty() && info.absolutePath() + QLatin1Char('/') == StandardPaths::temporaryDataPath() &&
          stamp.match(info.fileName()).hasMatch();
+}
+
+// This run's hold on its temporary folder, for the life of the process.
+FolderHold& runFolderHold() {
+  static FolderHold hold;
+  return hold;
 }
 
 }  // namespace
@@ -105,7 +112,8 @@ void ApplicationLifecycle::startUp(MainWindowShell& shell) {
 bool ApplicationLifecycle::askCancelConversion() {
   AlertPresenter* alerts = PlatformServices::alerts();
   if (alerts == nullptr) return false;
-  return alerts->ask(kProductName, QStringLiteral("Cancel convertion?"), {QStringLiteral("Yes"), QStringLiteral("No")}) == 0;
+  return alerts->ask(kProductName, QStringLiteral("Cancel convertion?"),
+                     {QStringLiteral("Yes"), QStringLiteral("No")}) == 0;
 }
 
 bool ApplicationLifecycle::applicationShouldTerminate(MainWindowShell& shell) {
@@ -119,6 +127,7 @@ bool ApplicationLifecycle::applicationShouldTerminate(MainWindowShell& shell) {
   shell.stopPlayback();
   shell.releaseObjects();
   UIAction::saveInfoToXml();
+  runFolderHold().release();
   CommonClass::deleteFile(sharedMemoryPath);
   NotificationCenter::defaultCenter().removeObserver(&shell);
   DistributedNotificationCenter::defaultCenter().removeObserver(&shell);
@@ -142,10 +151,19 @@ QString ApplicationLifecycle::timeStampUTC8(const QDateTime& moment) {
 QString ApplicationLifecycle::createMemoryTmpPath(const QDateTime& now) {
   UserDefaults& defaults = UserDefaults::standardUserDefaults();
   const QString previous = defaults.stringForKey(QStringLiteral("TmpPath"));
-  if (isRunFolder(previous)) QDir(previous).removeRecursively();
+  runFolderHold().release();
+  // A folder another running program holds is still in use; only a crashed
+  // run's folder goes.
+  if (isRunFolder(previous) && !FolderHold::isHeld(previous)) QDir(previous).removeRecursively();
 
   sharedMemoryPath = StandardPaths::temporaryDataPath() + timeStampUTC8(now);
   QDir().mkpath(sharedMemoryPath);
+  if (!runFolderHold().hold(sharedMemoryPath)) {
+    // Another program started in the same second: a folder of our own beside it.
+    sharedMemoryPath += QStringLiteral("-%1").arg(QCoreApplication::applicationPid());
+    QDir().mkpath(sharedMemoryPath);
+    runFolderHold().hold(sharedMemoryPath);
+  }
   VideoConverter_SetTempPath(sharedMemoryPath.toUtf8().constData());
   defaults.setObject(sharedMemoryPath, QStringLiteral("TmpPath"));
   defaults.synchronize();

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "CommonClass/CommonClass.h"
+
 ConvertView::ConvertView(NodeInfo::Ptr node, QObject* parent) : QObject(parent), nodeInfo_(std::move(node)) {}
 
 void ConvertView::setProgressValue(double value) {
@@ -40,9 +42,38 @@ void ConvertView::setOutputPath(const QString& path) {
   emit changed();
 }
 
-void ConvertView::setRefusal(const QString& reason) {
-  if (reason == refusal_) return;
-  refusal_ = reason;
+QString ConvertView::outcomeText(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::kWaiting:
+      return QStringLiteral("Waiting");
+    case Outcome::kConverting:
+      return QStringLiteral("Converting");
+    case Outcome::kFinished:
+      return QStringLiteral("Finished");
+    case Outcome::kWarning:
+      return QStringLiteral("Finished with a warning");
+    case Outcome::kFailed:
+      return QStringLiteral("Failed");
+    case Outcome::kStopped:
+      return QStringLiteral("Stopped");
+    case Outcome::kCancelled:
+      return QStringLiteral("Cancelled");
+  }
+  return {};
+}
+
+void ConvertView::setOutcome(Outcome outcome, const QString& reason, const QStringList& files) {
+  if (outcome == outcome_ && reason == outcomeReason_ && files == outputFiles_) return;
+  outcome_ = outcome;
+  outcomeReason_ = reason;
+  outputFiles_ = files;
+  emit changed();
+}
+
+void ConvertView::setTimes(double elapsed, double left) {
+  if (elapsed == elapsedSeconds_ && left == secondsLeft_) return;
+  elapsedSeconds_ = elapsed;
+  secondsLeft_ = left;
   emit changed();
 }
 
@@ -76,4 +107,29 @@ void ConvertView::stopButtonClick() {
 void ConvertView::finishConvert() {
   setButtons(true, false, false);
   setRateText(QStringLiteral("100%"));
+}
+
+QString ConvertView::statusLine() const {
+  const QString elapsed = CommonClass::formatTimeForDouble(elapsedSeconds_);
+  switch (outcome_) {
+    case Outcome::kConverting: {
+      QString line = rateText_.isEmpty() ? outcomeText(outcome_) : rateText_;
+      line += QStringLiteral("  \u00b7  %1 elapsed").arg(elapsed);
+      if (secondsLeft_ >= 0) {
+        line += QStringLiteral("  \u00b7  about %1 left").arg(CommonClass::formatTimeForDouble(secondsLeft_ + 0.5));
+      }
+      return line;
+    }
+    case Outcome::kFinished:
+      return QStringLiteral("Finished in %1").arg(elapsed);
+    case Outcome::kWaiting:
+    case Outcome::kStopped:
+    case Outcome::kCancelled:
+      if (outcomeReason_.isEmpty()) return outcomeText(outcome_);
+      [[fallthrough]];
+    case Outcome::kWarning:
+    case Outcome::kFailed:
+      return QStringLiteral("%1: %2").arg(outcomeText(outcome_), outcomeReason_);
+  }
+  return {};
 }

@@ -1,10 +1,12 @@
 // One row of the conversion list, as a model without widgets: the node it
-// converts, its progress bar and percentage text, and the state of its start
-// and stop buttons. Every change emits changed(), so a view only draws it.
+// converts, its progress bar and percentage text, the state of its start
+// and stop buttons, its outcome with the reason, and its times. Every change
+// emits changed(), so a view only draws it.
 #pragma once
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include "ValueObject/NodeInfo.h"
 
@@ -31,7 +33,15 @@ class ConvertView : public QObject {
   static constexpr const char* kStopImage = "Images/stopConvert1.png";
   static constexpr const char* kStopPressedImage = "Images/stopConvert3.png";
 
+  // Where the row stands. Finished, warning and failed come from the
+  // converter's own account of the conversion; stopped is the row's stop
+  // button, cancelled the cancelling of the whole run.
+  enum class Outcome { kWaiting, kConverting, kFinished, kWarning, kFailed, kStopped, kCancelled };
+
   explicit ConvertView(NodeInfo::Ptr node, QObject* parent = nullptr);
+
+  // "Waiting", "Converting", "Finished", "Finished with a warning", "Failed", "Stopped", "Cancelled".
+  static QString outcomeText(Outcome outcome);
 
   const NodeInfo::Ptr& nodeInfo() const { return nodeInfo_; }
 
@@ -62,9 +72,22 @@ class ConvertView : public QObject {
   // The output its last conversion writes; empty before one started.
   const QString& outputPath() const { return outputPath_; }
   void setOutputPath(const QString& path);
-  // Why its last conversion could not start; empty when it started.
-  const QString& refusal() const { return refusal_; }
-  void setRefusal(const QString& reason);
+  Outcome outcome() const { return outcome_; }
+  // Why it failed or was stopped, or what the warning says; empty otherwise.
+  const QString& outcomeReason() const { return outcomeReason_; }
+  // The files its last conversion kept under their final names.
+  const QStringList& outputFiles() const { return outputFiles_; }
+  void setOutcome(Outcome outcome, const QString& reason = QString(), const QStringList& files = QStringList());
+  // Ended in a way that counts as converted (with or without a warning).
+  bool isConverted() const { return outcome_ == Outcome::kFinished || outcome_ == Outcome::kWarning; }
+
+  // Seconds spent converting, and the estimate of what is left (-1 unknown).
+  double elapsedSeconds() const { return elapsedSeconds_; }
+  double secondsLeft() const { return secondsLeft_; }
+  void setTimes(double elapsed, double left);
+  // The row's line of status for people: the percentage with the times
+  // while converting, otherwise the outcome with its reason.
+  QString statusLine() const;
 
   // Waiting in the queue or converting: start hidden, stop shown.
   void showQueued();
@@ -95,5 +118,9 @@ class ConvertView : public QObject {
   bool isConvert_ = false;
   int progressWidth_ = 0;
   QString outputPath_;
-  QString refusal_;
+  Outcome outcome_ = Outcome::kWaiting;
+  QString outcomeReason_;
+  QStringList outputFiles_;
+  double elapsedSeconds_ = 0;
+  double secondsLeft_ = -1;
 };

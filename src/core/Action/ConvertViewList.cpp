@@ -36,8 +36,11 @@ void ConvertViewList::encode(const QList<ConvertView*>& rows) {
       if (row == nullptr) continue;
       row->setConvertDelegate(this);
       row->showQueued();
+      row->setOutcome(ConvertView::Outcome::kWaiting);
+      row->setTimes(0, -1);
       viewData_.append(row);
     }
+    isCancelAll_ = false;
     nodeCount_ = static_cast<int>(viewData_.size());
   }
   isConvert_ = true;
@@ -77,18 +80,21 @@ int32_t ConvertViewList::convert() {
   QThread::usleep(500);
   if (result != 0) {
     KMVLog::Log(QStringLiteral("convert reConvert....."));
-    row->setRefusal(convertMedia_->refusal().isEmpty()
-                        ? QStringLiteral("The converter could not start (code %1).").arg(result)
-                        : convertMedia_->refusal());
-    KMVLog::Log(row->refusal());
+    const QString reason = convertMedia_->refusal().isEmpty()
+                               ? QStringLiteral("The converter could not start (code %1).").arg(result)
+                               : convertMedia_->refusal();
+    KMVLog::Log(reason);
     row->showStopped();
+    row->setOutcome(ConvertView::Outcome::kFailed, reason);
     removeRow(row);
     emit rowEnded(row);
     reConvert();
     return result;
   }
-  row->setRefusal(QString());
   row->setOutputPath(convertMedia_->videoPath());
+  row->setOutcome(ConvertView::Outcome::kConverting);
+  row->setTimes(0, -1);
+  rowClock_.start();
   row->setIsConvert(true);
   KMVLog::Log(QStringLiteral("Converting ..."));
   emit rowStarted(row);
@@ -111,6 +117,7 @@ void ConvertViewList::reConvert(ConvertView* row) {
   if (viewData_.contains(row)) return;
   row->setConvertDelegate(this);
   row->showQueued();
+  row->setOutcome(ConvertView::Outcome::kWaiting);
   viewData_.append(row);
   nodeCount_ = static_cast<int>(viewData_.size());
 }
@@ -119,6 +126,7 @@ void ConvertViewList::cancelConvert(ConvertView* row) {
   if (row == nullptr) return;
   if (row != currentView_ || !row->isConvert()) {
     removeRow(row);
+    row->setOutcome(ConvertView::Outcome::kStopped, QStringLiteral("Stopped before it started."));
     return;
   }
   convertMedia_->deleteVideoName();
@@ -131,8 +139,14 @@ void ConvertViewList::cancelConvert(ConvertView* row) {
 
 void ConvertViewList::cancelConvertAll() {
   convertMedia_->deleteVideoName();
+  isCancelAll_ = true;
   stopEncode();
   QMutexLocker locker(&condition_);
+  for (const QPointer<ConvertView>& row : viewData_) {
+    if (row != nullptr && row != currentView_) {
+      row->setOutcome(ConvertView::Outcome::kCancelled, QStringLiteral("Cancelled before it started."));
+    }
+  }
   viewData_.clear();
   nodeCount_ = 0;
 }
@@ -147,6 +161,10 @@ void ConvertViewList::stopEncode() {
 void ConvertViewList::getEncodeCurrentTime() {
   if (convertMedia_ == nullptr || currentView_ == nullptr) return;
   const double seconds = convertMedia_->getCurrentTime() / 1000000.0;
+  const double elapsed = rowClock_.isValid() ? rowClock_.elapsed() / 1000.0 : 0;
+  // The estimate waits for a few percent of the work, when the pace has settled.
+  const double fraction = timeCount_ > 0 ? seconds / timeCount_ : 0;
+  currentView_->setTimes(elapsed, fraction >= 0.03 ? elapsed * (1 - fraction) / fraction : -1);
   if (seconds <= 0) return;
   currentView_->setProgressValue(seconds);
   if (timeCount_ > 0) currentView_->setRateText(QString::asprintf("%0.0f%%", seconds / timeCount_ * 100));
@@ -160,15 +178,17 @@ void ConvertViewList::convertEnd() {
   // A stop that reached the converter after it had written the whole output
   // came too late: the row is finished, so that putting it back cannot write
   // its output a second time.
-  const bool stopTooLate = isCancelConvert_ && hasWrittenWholeOutput();
-  if (row->isConvert() || stopTooLate) {
+  const bool stopTooLate = (isCancelConvert_ || isCancelAll_) && hasWrittenWholeOutput();
+  const ConvertMedia::Ending ending = convertMedia_->ending();
+  setOutcome(*row, ending, stopTooLate);
+  if (row->isConverted()) {
     const AddMetaDataResult tags = AddMetaDataAction::addMetaData(*row->nodeInfo(), convertMedia_->videoPath());
     for (const AddMetaDataResult::Failure& failure : tags.failures) {
       KMVLog::Log(QStringLiteral("Tags not written into %1: %2")
                       .arg(failure.path, QString::fromUtf8(GetMetaDataErrorText(failure.code))));
     }
-    row->setIsConvert(false);
   }
+  row->setIsConvert(false);
   if (isCancelConvert_ && !stopTooLate) {
     KMVLog::Log(QStringLiteral("CancelConvert"));
   } else {
@@ -189,6 +209,23 @@ void ConvertViewList::convertEnd() {
   stopTimer();
   KMVLog::Log(QStringLiteral("convertEnd ....5"));
   endRun();
+}
+
+void ConvertViewList::setOutcome(ConvertView& row, const ConvertMedia::Ending& ending, bool stopTooLate) const {
+  using Outcome = ConvertView::Outcome;
+  const double elapsed = rowClock_.isValid() ? rowClock_.elapsed() / 1000.0 : row.elapsedSeconds();
+  row.setTimes(elapsed, -1);
+  if (stopTooLate || ending.outcome == VC_OUTCOME_FINISHED) {
+    row.setOutcome(Outcome::kFinished, QString(), ending.files);
+  } else if (ending.outcome == VC_OUTCOME_WARNING) {
+    row.setOutcome(Outcome::kWarning, ending.reason, ending.files);
+  } else if (ending.outcome == VC_OUTCOME_ABORTED) {
+    row.setOutcome(isCancelConvert_ ? Outcome::kStopped : Outcome::kCancelled, ending.reason, ending.files);
+  } else if (ending.outcome == VC_OUTCOME_FAILED) {
+    row.setOutcome(Outcome::kFailed, ending.reason);
+  } else {
+    row.setOutcome(Outcome::kFailed, QStringLiteral("The converter did not tell how the conversion ended."));
+  }
 }
 
 bool ConvertViewList::hasWrittenWholeOutput() const {

@@ -5,6 +5,7 @@
 // itself, and starts the next row. The end of the whole run is told once.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -67,7 +68,7 @@ class ConvertViewList : public QObject, public ConvertViewDelegate, private Conv
   // The row's conversion started; its outputPath() is set.
   void rowStarted(ConvertView* row);
   // The row left the queue after its conversion ended, was stopped or could
-  // not start (its refusal() says why). Rows removed while waiting are not told.
+  // not start; its outcome() says which. Rows removed while waiting are not told.
   void rowEnded(ConvertView* row);
 
  private:
@@ -77,6 +78,8 @@ class ConvertViewList : public QObject, public ConvertViewDelegate, private Conv
   void convertEnd();
   void showMessage(const QString& message) override;
 
+  // The row's outcome from the converter's account and how it was stopped.
+  void setOutcome(ConvertView& row, const ConvertMedia::Ending& ending, bool stopTooLate) const;
   // The job's converter reached the end of the output.
   bool hasWrittenWholeOutput() const;
   void removeRow(ConvertView* row);
@@ -96,4 +99,7 @@ class ConvertViewList : public QObject, public ConvertViewDelegate, private Conv
   QPointer<ConvertView> currentView_;
   bool isConvert_ = false;
   bool isCancelConvert_ = false;
+  // The whole run is being cancelled: the running row ends cancelled.
+  bool isCancelAll_ = false;
+  QElapsedTimer rowClock_;
 };

@@ -1,17 +1,19 @@
-// The main list's side of adding files: each file is probed, becomes a node
-// under the main root with fresh settings, and the window is told to show a
-// row for it. Files that cannot be decoded are reported in one alert.
+// The main list's side of adding files: each file is read on a worker (see
+// MediaFileImporter) and becomes a node under the main root, in the order
+// the files were given, and the window is told to show a row for it. Files
+// that cannot be decoded are reported in one alert once every file of the
+// batch has been read.
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
 #include <cstdint>
 
-#include "ValueObject/MediaFileInfo.h"
+#include "MediaClass/MediaFileImporter.h"
 #include "ValueObject/NodeInfo.h"
-
-class PlayVideo;
+#include "ValueObject/UIInfoDB.h"
 
 // What the main window is told while files are added.
 class MainFormActionDelegate {
@@ -21,28 +23,40 @@ class MainFormActionDelegate {
   virtual void addItemView(const NodeInfo::Ptr& /*node*/) {}
 };
 
-class MainFormAction {
+class MainFormAction : public QObject {
+  Q_OBJECT
+
  public:
   // The adding number the next added file gets; counts every file added in
   // this process.
   static int32_t totalAddFileNum;
 
-  explicit MainFormAction(MainFormActionDelegate* delegate = nullptr) : delegate_(delegate) {}
+  // `workerCount` 0 reads one file per processor at a time.
+  MainFormAction(UIInfoDB& db, MainFormActionDelegate* delegate, int workerCount = 0, QObject* parent = nullptr);
 
-  // Adds each path, in order, as a node of the main list. Files that fail to
-  // probe get no node and are named together in one alert at the end.
+  // Adds each path, in order, as a node of the main list; returns at once.
+  // Paths given while a batch is being read join that batch.
   void addFile(const QStringList& paths);
+  bool isAdding() const { return importer_.isRunning(); }
+  // Files read and files to read in the current batch.
+  int doneCount() const { return importer_.doneCount(); }
+  int totalCount() const { return importer_.totalCount(); }
 
-  // "<thumbnail folder>/<name without extension><stamp>.bmp"; empty while no
-  // thumbnail folder is set.
-  static QString thumbnailPath(const QString& path, const QString& stamp);
-  // "<thumbnail folder>/thumbNail<name without extension><stamp>.bmp", where
-  // the file's embedded cover is saved; empty while no thumbnail folder is set.
-  static QString coverThumbnailPath(const QString& path, const QString& stamp);
-  // The properties of `path` from a successful probe; `imageName` is the
-  // thumbnail's path, kept only when that file exists.
-  static MediaFileInfo makeMediaFileInfo(const QString& path, const QString& imageName, const PlayVideo& probe);
+  // "There is 1 file:\n<names> Decode failed" or "There are <n> files:\n...".
+  static QString decodeFailedTitle(int count, const QString& failedNames);
+
+ signals:
+  void progress(int done, int total);
+  // The batch has been added and its failures reported.
+  void finished();
 
  private:
+  void fileImported(const MediaFileImporter::Result& result);
+  void batchFinished();
+
+  UIInfoDB& db_;
   MainFormActionDelegate* delegate_;
+  MediaFileImporter importer_;
+  QString failedNames_;
+  int failedCount_ = 0;
 };

@@ -1,18 +1,23 @@
 #include "MainFormController.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QThread>
+
+#include <algorithm>
 
 #include "Action/MainListAction.h"
 #include "Action/MediaFileTypes.h"
 #include "Action/NodeInfoAction.h"
+#include "Action/ProfileAction.h"
 #include "Action/UIAction.h"
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/KMVLog.h"
 #include "CommonClass/PlatformServices.h"
 #include "CommonClass/UserDefaults.h"
-#include "ValueObject/UIInfoDB.h"
+#include "Profile/KMVProfileCatalog.h"
+#include "videoconverter.h"
 
 int32_t MainFormController::lastSelectAllowFiles = 0;
 int32_t MainFormController::kImageIndex = 1;
@@ -45,37 +50,51 @@ int32_t snapshotImageType(const QString& format) {
 
 }  // namespace
 
-MainFormController::MainFormController() = default;
+MainFormController::MainFormController(UIInfoDB& db, int addWorkers)
+    : db_(db),
+      mainFormAction_(std::make_unique<MainFormAction>(db, this, addWorkers)),
+      thumbnails_(NodeInfoAction::mainList(db)),
+      outputFolder_(DefOutputPath) {
+  connect(mainFormAction_.get(), &MainFormAction::progress, this, &MainFormController::addingProgress);
+  connect(mainFormAction_.get(), &MainFormAction::finished, this, &MainFormController::addingEnded);
+}
 
 // The queue refers to the rows, so it goes first.
 MainFormController::~MainFormController() { convertViewList_.reset(); }
 
+NodeTree& MainFormController::mainList() const { return NodeInfoAction::mainList(db_); }
+
 bool MainFormController::isMergeChecked() const {
-  return UIInfoDB::defaultDB().isChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName));
+  return db_.isChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName));
 }
 
 void MainFormController::setMergeChecked(bool checked) {
-  UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), checked);
+  db_.setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), checked);
 }
 
-NodeInfo::List MainFormController::videoData() const { return NodeInfoAction::getRootNode()->childNode(); }
+NodeInfo::List MainFormController::videoData() const { return NodeInfoAction::getRootNode(db_)->childNode(); }
 
 void MainFormController::addFileClick() {
   if (isConverting() || isShowWindow_) return;
   FilePanels* panels = PlatformServices::panels();
   if (panels == nullptr) return;
-  const QStringList paths = panels->openFiles(MediaFileTypes::configOpenAllowFileWithIndex(lastSelectAllowFiles));
+  QList<FilePanels::Filter> filters;
+  for (int index = 0; index < MediaFileTypes::filterNames().size(); ++index) {
+    filters.append({MediaFileTypes::filterNames()[index], MediaFileTypes::configOpenAllowFileWithIndex(index)});
+  }
+  int chosenFilter = lastSelectAllowFiles;
+  const QStringList paths = panels->openFilesWithFilters(DefInputPath, filters, chosenFilter);
+  lastSelectAllowFiles = chosenFilter;
   if (!paths.isEmpty()) addFilesToMainList(paths);
 }
 
 void MainFormController::addFilesToMainList(const QStringList& paths) {
   if (paths.isEmpty()) return;
-  MainFormAction(this).addFile(paths);
+  mainFormAction_->addFile(paths);
   DefInputPath = QFileInfo(paths.front()).absolutePath();
   UserDefaults& defaults = UserDefaults::standardUserDefaults();
   defaults.setObject(DefInputPath, QStringLiteral("DefInputPath"));
   defaults.synchronize();
-  updateListState();
 }
 
 void MainFormController::addViewByPbData(const QStringList& paths) {
@@ -85,8 +104,7 @@ void MainFormController::addViewByPbData(const QStringList& paths) {
     if (MediaFileTypes::isAccepted(path)) accepted.append(path);
   }
   if (accepted.isEmpty()) return;
-  MainFormAction(this).addFile(accepted);
-  updateListState();
+  mainFormAction_->addFile(accepted);
 }
 
 void MainFormController::andViewByPb(const QString& path) { addViewByPbData({path}); }
@@ -101,7 +119,7 @@ void MainFormController::downloadFormDidAddFiles(const QStringList& paths) {
 
 void MainFormController::clearAllFile() {
   if (isConverting()) return;
-  MainListAction::clearAllFile();
+  MainListAction::clearAllFile(db_);
   updateListState();
 }
 
@@ -111,41 +129,41 @@ void MainFormController::mergeNode(const NodeInfo::List& selection) {
     CommonClass::showMessage(refusal);
     return;
   }
-  MainListAction::makeMergeBySelectedNodes(MainListAction::expandSlideAndMergeNode(selection));
-  emit listChanged();
+  MainListAction::makeMergeBySelectedNodes(db_, MainListAction::expandSlideAndMergeNode(db_, selection));
 }
 
 void MainFormController::applyToAll(const NodeInfo::Ptr& current, bool applyAllChecked) {
   if (isConverting() || current == nullptr) return;
-  if (applyAllChecked) MainListAction::applyToAll(current);
-  emit listChanged();
+  if (applyAllChecked) MainListAction::applyToAll(db_, current);
 }
 
 void MainFormController::deleteItemView(const NodeInfo::Ptr& item) {
   if (isConverting()) return;
-  MainListAction::removeFiles({item});
+  MainListAction::removeFiles(db_, {item});
   updateListState();
 }
 
 void MainFormController::moveUpClick(const NodeInfo::Ptr& item) {
-  if (!isConverting() && MainListAction::fileMoveUp(item)) emit listChanged();
+  if (!isConverting()) MainListAction::fileMoveUp(db_, item);
 }
 
 void MainFormController::moveNextClick(const NodeInfo::Ptr& item) {
-  if (!isConverting() && MainListAction::fileMoveDown(item)) emit listChanged();
+  if (!isConverting()) MainListAction::fileMoveDown(db_, item);
 }
 
 void MainFormController::selectPath() {
-  UIAction::creatOutputDirectory(DefOutputPath);
+  UIAction::creatOutputDirectory(outputFolder_);
   FilePanels* panels = PlatformServices::panels();
   if (panels == nullptr) return;
-  const QString chosen = panels->openFolder(DefOutputPath);
-  if (!chosen.isEmpty()) DefOutputPath = chosen;
+  const QString chosen = panels->openFolder(outputFolder_);
+  if (chosen.isEmpty()) return;
+  outputFolder_ = chosen;
+  DefOutputPath = chosen;
 }
 
 void MainFormController::openOutputPath() {
-  UIAction::creatOutputDirectory(DefOutputPath);
-  revealInFileViewer(DefOutputPath);
+  UIAction::creatOutputDirectory(outputFolder_);
+  revealInFileViewer(outputFolder_);
 }
 
 bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
@@ -158,15 +176,71 @@ bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
   return true;
 }
 
-void MainFormController::showConverterWindowModal() {
+bool MainFormController::itemCanSelectProfile(const KMVProfileDataInfo& entry) {
+  const auto needed = std::find_if(kAppleCodecProfiles.begin(), kAppleCodecProfiles.end(),
+                                   [&entry](const auto& row) { return row.first == entry.identifier; });
+  if (needed == kAppleCodecProfiles.end() || VideoConverter_CheckEncoder(needed->second) == 1) return true;
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(),
+      [] {
+        const int answer = ask(QLatin1String(kCodecMissingTitle), QLatin1String(kCodecMissingText),
+                               {QStringLiteral("Click to download"), QStringLiteral("Close")});
+        Workspace* workspace = PlatformServices::workspace();
+        if (answer == 0 && workspace != nullptr) {
+          workspace->openAddress(UIAction::serviceAddress(QStringLiteral("codecdownload")));
+        }
+      },
+      Qt::QueuedConnection);
+  return false;
+}
+
+bool MainFormController::OnProfileSelect(const NodeInfo::Ptr& item, const KMVProfileDataInfo& entry) {
+  if (item == nullptr || isConverting() || !itemCanSelectProfile(entry)) return true;
+  if (!ProfileAction::initProfileSettingInfo(*item, &entry)) return false;
+  for (const NodeInfo::Ptr& child : item->childNode()) child->setCurProfileSetting(item->curProfileSetting());
+  kProfileName = entry.DisplayName;
+  KMVProfileCatalog::sharedCatalog().selectProfile(entry.DisplayName);
+  currentProfile_ = item->curProfileSetting();
+  mainList().noteChanged(item);
+  return true;
+}
+
+void MainFormController::audioStreamDidChange(const NodeInfo::Ptr& item, int32_t streamIndex) {
+  if (item == nullptr || isConverting()) return;
+  item->setSelectAudioStream(streamIndex);
+  mainList().noteChanged(item);
+}
+
+void MainFormController::itemChanged(const NodeInfo::Ptr& item) { mainList().noteChanged(item); }
+
+void MainFormController::openHelpPage() {
+  const auto info = CommonClass::readProductInfo();
+  Workspace* workspace = PlatformServices::workspace();
+  if (info && workspace != nullptr) workspace->openAddress(UIAction::pageWithLinkID(info->decryptedText(info->helpURL)));
+}
+
+void MainFormController::openSupportPage() {
+  const auto info = CommonClass::readProductInfo();
+  Workspace* workspace = PlatformServices::workspace();
+  if (info && workspace != nullptr) {
+    workspace->openAddress(UIAction::pageWithLinkID(info->decryptedText(info->supportURL)));
+  }
+}
+
+void MainFormController::checkForUpdates(bool interactive) {
   if (isConverting()) return;
+  updateCheck_.check(QUrl(UIAction::serviceAddress(QStringLiteral("appcast"))), interactive);
+}
+
+void MainFormController::showConverterWindowModal() {
+  if (isConverting() || isAdding()) return;
   if (videoData().isEmpty()) {
     CommonClass::showMessage(QLatin1String(kEmptyListAlert));
     return;
   }
   if (!confirmCoverInWindowsMedia()) return;
   prepareOutputs();
-  if (isMergeChecked()) NodeInfoAction::createMergeTableNodeInfo();
+  if (isMergeChecked()) NodeInfoAction::createMergeTableNodeInfo(db_);
 
   convertViewList_.reset();
   initKMVViewList();
@@ -194,19 +268,19 @@ bool MainFormController::confirmCoverInWindowsMedia() {
 }
 
 void MainFormController::prepareOutputs() {
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
-  root->setOutputPath(DefOutputPath);
+  const NodeInfo::Ptr root = NodeInfoAction::getRootNode(db_);
+  root->setOutputPath(outputFolder_);
   for (const NodeInfo::Ptr& item : root->childNode()) {
-    item->setOutputPath(DefOutputPath);
+    item->setOutputPath(outputFolder_);
     item->setConverterState(0);
   }
-  UIAction::creatOutputDirectory(DefOutputPath);
+  UIAction::creatOutputDirectory(outputFolder_);
   QThread::usleep(100);
 }
 
 void MainFormController::initKMVViewList() {
   convertViews_.clear();
-  for (const NodeInfo::Ptr& item : NodeInfoAction::rootNode()->childNode()) {
+  for (const NodeInfo::Ptr& item : NodeInfoAction::rootNode(db_)->childNode()) {
     if (item->isSelected()) convertViews_.push_back(std::make_unique<ConvertView>(item));
   }
 }
@@ -225,16 +299,23 @@ void MainFormController::cancelAllConvert() {
 }
 
 void MainFormController::addItemView(const NodeInfo::Ptr& node) {
-  if (currentProfile_) node->setCurProfileSetting(*currentProfile_);
-  emit listChanged();
+  if (!currentProfile_) return;
+  node->setCurProfileSetting(*currentProfile_);
+  mainList().noteChanged(node);
+}
+
+void MainFormController::addingEnded() {
+  updateListState();
+  emit addingFinished();
 }
 
 void MainFormController::convertEnd() {
   if (!isConverting()) return;
+  emit runEnding(isCancelAllConvert_);
   if (!isCancelAllConvert_) CommonClass::showMessage(QLatin1String(kCompleteAlert));
   cancelButtonVisible_ = false;
   updateListState();
-  if (!isCancelAllConvert_) revealInFileViewer(DefOutputPath);
+  if (!isCancelAllConvert_) revealInFileViewer(outputFolder_);
   isCancelAllConvert_ = false;
 }
 
@@ -248,5 +329,4 @@ void MainFormController::setWindowState(WindowState state) {
 
 void MainFormController::updateListState() {
   setWindowState(videoData().isEmpty() ? WindowState::kEmpty : WindowState::kReady);
-  emit listChanged();
 }

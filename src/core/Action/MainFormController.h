@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -17,8 +18,12 @@
 
 #include "Action/ConvertView.h"
 #include "Action/ConvertViewList.h"
+#include "Action/ListThumbnails.h"
 #include "Action/MainFormAction.h"
+#include "Action/UpdateCheck.h"
+#include "Profile/KMVProfileDataInfo.h"
 #include "ValueObject/NodeInfo.h"
+#include "ValueObject/UIInfoDB.h"
 
 class MainFormController : public QObject, public MainFormActionDelegate, public ConvertViewListDelegate {
   Q_OBJECT
@@ -40,12 +45,34 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
       "The WMV/WMA file you're converting cannot be imported to the early version of Windows Movie Maker because it "
       "includes an album cover.Click \"Yes\" to continue converting, or \"No\" to stop.";
 
+  // Profiles that need a codec this build may lack, with the four-character
+  // code of that codec's encoder.
+  static constexpr std::array<std::pair<int32_t, const char*>, 7> kAppleCodecProfiles{{
+      {1601, "apcn"},
+      {1602, "apch"},
+      {1603, "apco"},
+      {1604, "apcs"},
+      {1609, "ap4h"},
+      {1610, "icod"},
+      {1703, "apco"},
+  }};
+  static constexpr const char* kCodecMissingTitle = "The Apple ProRes Codec is missing";
+  static constexpr const char* kCodecMissingText =
+      "Two ways to solve it :\n1.Install Finall Cut Pro/Compressor to get the codes.\n2.Download the codec package "
+      "from Apple.";
+
   // The add-files panel's filter chosen last; the number of the next snapshot.
   static int32_t lastSelectAllowFiles;
   static int32_t kImageIndex;
 
-  MainFormController();
+  // `db` holds the lists this window works on; not owned. `addWorkers` is
+  // the number of files read at once while adding, 0 for one per processor.
+  explicit MainFormController(UIInfoDB& db, int addWorkers = 0);
   ~MainFormController() override;
+
+  UIInfoDB& db() const { return db_; }
+  // The main list's tree, which announces every change of the list.
+  NodeTree& mainList() const;
 
   WindowState windowState() const { return state_; }
   // The conversion list is shown.
@@ -59,10 +86,16 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   void setMergeChecked(bool checked);
   // The output profile newly added items get.
   void setCurrentProfile(const ProfileSettingInfo& profile) { currentProfile_ = profile; }
+  // The folder conversions write into; DefOutputPath until set otherwise.
+  const QString& outputFolder() const { return outputFolder_; }
+  void setOutputFolder(const QString& folder) { outputFolder_ = folder; }
+  // Files are being read after an add; conversion cannot start meanwhile.
+  bool isAdding() const { return mainFormAction_->isAdding(); }
   // The items of the main list, in order.
   NodeInfo::List videoData() const;
 
   // Adding files: the panel, a list of paths, drops and the download window.
+  // Adding returns at once; addingFinished() follows once every file was read.
   void addFileClick();
   void addFilesToMainList(const QStringList& paths);
   void addViewByPbData(const QStringList& paths);
@@ -83,6 +116,26 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   // Saves a snapshot as "<photoOutputPath>/<00001>.<format>"; true on success.
   bool photoButtonClick(const SnapshotTaker& takeSnapshot);
 
+  // Whether the profile may be chosen: a profile that needs a codec this
+  // build lacks is refused, and the missing-codec alert is shown once the
+  // event loop is back (so the check can be asked from anywhere).
+  static bool itemCanSelectProfile(const KMVProfileDataInfo& entry);
+  // A profile was chosen for `item` in the selector: it becomes the item's
+  // profile and the one remembered for the next start. False when the
+  // catalogue turned out damaged: the window must then close and the program end.
+  bool OnProfileSelect(const NodeInfo::Ptr& item, const KMVProfileDataInfo& entry);
+  // The audio stream chosen for `item`, -1 for none.
+  void audioStreamDidChange(const NodeInfo::Ptr& item, int32_t streamIndex);
+  // The settings, tag and editor windows changed `item`.
+  void itemChanged(const NodeInfo::Ptr& item);
+
+  // Help and support pages, with the referral tag.
+  void openHelpPage();
+  void openSupportPage();
+  // Asks the update feed; refused while converting.
+  void checkForUpdates(bool interactive = true);
+  UpdateCheck& updateCheck() { return updateCheck_; }
+
   void showConverterWindowModal();
   // Asks "Cancel convertion?" and cancels the whole run on Yes.
   void cancelConvertButtonClick();
@@ -100,8 +153,12 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
 
  signals:
   void windowStateChanged(MainFormController::WindowState state);
-  // Items were added, removed, reordered or changed.
-  void listChanged();
+  // Files being added: `done` of `total` read so far.
+  void addingProgress(int done, int total);
+  void addingFinished();
+  // The run is over, before "Conversion complete!" is shown; `cancelled`
+  // when the user cancelled it.
+  void runEnding(bool cancelled);
 
  private:
   void setWindowState(WindowState state);
@@ -111,7 +168,13 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   bool confirmCoverInWindowsMedia();
   void prepareOutputs();
   void initKMVViewList();
+  void addingEnded();
 
+  UIInfoDB& db_;
+  std::unique_ptr<MainFormAction> mainFormAction_;
+  ListThumbnails thumbnails_;
+  UpdateCheck updateCheck_;
+  QString outputFolder_;
   WindowState state_ = WindowState::kEmpty;
   bool isShowWindow_ = false;
   bool isCancelAllConvert_ = false;

@@ -25,7 +25,8 @@ QString MainListAction::whyMergeRefused(const NodeInfo::List& items) {
   return {};
 }
 
-NodeInfo::List MainListAction::expandSlideAndMergeNode(const NodeInfo::List& selection) {
+NodeInfo::List MainListAction::expandSlideAndMergeNode(UIInfoDB& db, const NodeInfo::List& selection) {
+  NodeTree& list = NodeInfoAction::mainList(db);
   NodeInfo::List files;
   for (const NodeInfo::Ptr& item : selection) {
     const bool isGroup = item->type() == NodeInfo::kTypeGroup || item->type() == NodeInfo::kTypeMerged;
@@ -34,14 +35,15 @@ NodeInfo::List MainListAction::expandSlideAndMergeNode(const NodeInfo::List& sel
     } else {
       files.append(item);
     }
-    item->setIsSelected(false);
+    list.setSelected(item, false);
   }
   return files;
 }
 
-NodeInfo::Ptr MainListAction::makeMergeBySelectedNodes(const NodeInfo::List& items) {
+NodeInfo::Ptr MainListAction::makeMergeBySelectedNodes(UIInfoDB& db, const NodeInfo::List& items) {
   if (items.isEmpty()) return nullptr;
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+  NodeTree& list = NodeInfoAction::mainList(db);
+  const NodeInfo::Ptr root = list.root();
   const NodeInfo::Ptr& last = items.back();
   NodeInfo::Ptr group = NodeInfo::create();
   group->setType(NodeInfo::kTypeMerged);
@@ -53,14 +55,10 @@ NodeInfo::Ptr MainListAction::makeMergeBySelectedNodes(const NodeInfo::List& ite
   double bytes = 0;
   for (const NodeInfo::Ptr& item : items) {
     const NodeInfo::Ptr formerParent = item->parentNode();
-    if (formerParent != nullptr) formerParent->removeChildNode(item);
+    list.joinMergeGroup(group, item);
     if (formerParent != nullptr && formerParent != root && formerParent->getChildNodeCount() == 0) {
-      root->removeChildNode(formerParent);
+      list.removeFromParent(formerParent);
     }
-    item->setType(NodeInfo::kTypeMergeMember);
-    item->setLinkedNum(item->linkedNum() + 1);
-    item->setParentNode(group);
-    group->addChildNode(item);
     seconds += item->trimSettingInfo().endTime() - item->trimSettingInfo().startTime();
     bytes += item->mediaFileInfo().size();
   }
@@ -83,40 +81,46 @@ NodeInfo::Ptr MainListAction::makeMergeBySelectedNodes(const NodeInfo::List& ite
   media.setSource(name);
   group->setOutputFilename(name);
 
-  group->setParentNode(root);
-  root->addChildNode(group);
+  list.addChild(root, group);
   return group;
 }
 
-void MainListAction::clearAllFile() {
-  NodeInfoAction::getRootNode()->removeAllChildNode();
-  NodeInfoAction::clearAllMergeNodeInfo();
+void MainListAction::clearAllFile(UIInfoDB& db) {
+  NodeTree& list = NodeInfoAction::mainList(db);
+  list.removeAllChildren(list.root());
+  NodeInfoAction::clearAllMergeNodeInfo(db);
 }
 
-void MainListAction::removeFiles(const NodeInfo::List& items) {
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
-  for (const NodeInfo::Ptr& item : items) root->removeChildNode(item);
+void MainListAction::removeFiles(UIInfoDB& db, const NodeInfo::List& items) {
+  NodeTree& list = NodeInfoAction::mainList(db);
+  const NodeInfo::Ptr root = list.root();
+  for (const NodeInfo::Ptr& item : items) {
+    if (item != nullptr && item->parentNode() == root) list.removeFromParent(item);
+  }
 }
 
-bool MainListAction::fileMoveUp(const NodeInfo::Ptr& item) { return moveBy(item, -1); }
+bool MainListAction::fileMoveUp(UIInfoDB& db, const NodeInfo::Ptr& item) { return moveBy(db, item, -1); }
 
-bool MainListAction::fileMoveDown(const NodeInfo::Ptr& item) { return moveBy(item, 1); }
+bool MainListAction::fileMoveDown(UIInfoDB& db, const NodeInfo::Ptr& item) { return moveBy(db, item, 1); }
 
-bool MainListAction::moveBy(const NodeInfo::Ptr& item, int step) {
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+bool MainListAction::moveBy(UIInfoDB& db, const NodeInfo::Ptr& item, int step) {
+  NodeTree& list = NodeInfoAction::mainList(db);
+  const NodeInfo::Ptr root = list.root();
   const int index = item == nullptr ? -1 : root->indexOfChild(item);
   const int target = index + step;
   if (index < 0 || target < 0 || target >= root->getChildNodeCount()) return false;
-  root->exchangeChildAtIndex(index, target);
+  list.moveChild(root, index, target);
   return true;
 }
 
-void MainListAction::applyToAll(const NodeInfo::Ptr& source) {
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+void MainListAction::applyToAll(UIInfoDB& db, const NodeInfo::Ptr& source) {
+  NodeTree& list = NodeInfoAction::mainList(db);
+  const NodeInfo::Ptr root = list.root();
   if (source == nullptr || root->getChildNodeCount() < 2) return;
   const ProfileSettingInfo profile = source->curProfileSetting();
   for (const NodeInfo::Ptr& item : root->childNode()) {
     item->setCurProfileSetting(profile);
     for (const NodeInfo::Ptr& child : item->childNode()) child->setCurProfileSetting(profile);
+    list.noteChanged(item);
   }
 }

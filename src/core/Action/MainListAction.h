@@ -1,5 +1,6 @@
 // Changes to the items of the main list: merging several items into one
-// output, clearing, deleting and reordering.
+// output, clearing, deleting and reordering. Every change goes through the
+// main list's tree, which announces it.
 #pragma once
 
 #include <QString>
@@ -7,6 +8,7 @@
 #include <cstdint>
 
 #include "ValueObject/NodeInfo.h"
+#include "ValueObject/UIInfoDB.h"
 
 class MainListAction {
  public:
@@ -17,24 +19,24 @@ class MainListAction {
   static QString whyMergeRefused(const NodeInfo::List& items);
   // The files a selection stands for: split and merge groups give their
   // children in order. Every selected item loses its selection.
-  static NodeInfo::List expandSlideAndMergeNode(const NodeInfo::List& selection);
+  static NodeInfo::List expandSlideAndMergeNode(UIInfoDB& db, const NodeInfo::List& selection);
   // Moves the items into a new merge group appended to the main list and
   // returns it; nullptr (nothing changed) for no items. Groups left empty are
   // removed from the list.
-  static NodeInfo::Ptr makeMergeBySelectedNodes(const NodeInfo::List& items);
+  static NodeInfo::Ptr makeMergeBySelectedNodes(UIInfoDB& db, const NodeInfo::List& items);
 
   // Empties the main list and the merge tree.
-  static void clearAllFile();
+  static void clearAllFile(UIInfoDB& db);
   // Removes the items from the main list.
-  static void removeFiles(const NodeInfo::List& items);
+  static void removeFiles(UIInfoDB& db, const NodeInfo::List& items);
   // Swaps the item with its neighbour; false at either end or for a node not in the list.
-  static bool fileMoveUp(const NodeInfo::Ptr& item);
-  static bool fileMoveDown(const NodeInfo::Ptr& item);
+  static bool fileMoveUp(UIInfoDB& db, const NodeInfo::Ptr& item);
+  static bool fileMoveDown(UIInfoDB& db, const NodeInfo::Ptr& item);
 
   // Gives every item of the list its own copy of `source`'s output profile;
   // an item's children share its copy. Nothing happens with fewer than two items.
-  static void applyToAll(const NodeInfo::Ptr& source);
+  static void applyToAll(UIInfoDB& db, const NodeInfo::Ptr& source);
 
  private:
-  static bool moveBy(const NodeInfo::Ptr& item, int step);
+  static bool moveBy(UIInfoDB& db, const NodeInfo::Ptr& item, int step);
 };

@@ -3,35 +3,10 @@
 namespace {
 // Bytes to kilobytes: merged sizes are kept in kilobytes.
 constexpr double kBytesToKilobytes = 0.0009765625;
-
-NodeInfo::Ptr makeRoot() {
-  NodeInfo::Ptr root = NodeInfo::create();
-  root->setType(NodeInfo::kTypeRoot);
-  root->setFileType(0);
-  return root;
-}
 }  // namespace
 
-NodeInfo::Ptr NodeInfoAction::rootOfTable(const QString& name) {
-  UIInfoDB& db = UIInfoDB::defaultDB();
-  std::shared_ptr<UIInfoDB::InfoTable> table = db.getInfoTable(name);
-  if (!table) table = db.createInfoTable(name);
-  if (table->isEmpty()) table->append(makeRoot());
-  return table->first();
-}
-
-NodeInfo::Ptr NodeInfoAction::getRootNode() { return rootOfTable(QLatin1String(kMainTableName)); }
-
-NodeInfo::Ptr NodeInfoAction::getMergeRootNode() { return rootOfTable(QLatin1String(kMergeTableName)); }
-
-NodeInfo::Ptr NodeInfoAction::getTrimRootNode() { return rootOfTable(QLatin1String(kTrimTableName)); }
-
-std::shared_ptr<UIInfoDB::InfoTable> NodeInfoAction::getInfoTable(const QString& name) {
-  return UIInfoDB::defaultDB().getInfoTable(name);
-}
-
-NodeInfo::Ptr NodeInfoAction::rootNode() {
-  return UIInfoDB::defaultDB().isChecked(QLatin1String(kMergeCheckBoxName)) ? getMergeRootNode() : getRootNode();
+NodeInfo::Ptr NodeInfoAction::rootNode(UIInfoDB& db) {
+  return db.isChecked(QLatin1String(kMergeCheckBoxName)) ? getMergeRootNode(db) : getRootNode(db);
 }
 
 NodeInfo::List NodeInfoAction::getChildNodeData(const NodeInfo::Ptr& node) {
@@ -67,18 +42,19 @@ void NodeInfoAction::setSameEffect(const NodeInfo::Ptr& node) {
   }
 }
 
-void NodeInfoAction::clearAllMergeNodeInfo() {
-  getMergeRootNode()->removeAllChildNode();
-  UIInfoDB::defaultDB().dropInfoTable(QLatin1String(kMergeTableName));
+void NodeInfoAction::clearAllMergeNodeInfo(UIInfoDB& db) {
+  NodeTree& tree = mergeTree(db);
+  tree.removeAllChildren(tree.root());
+  tree.clear();
 }
 
-void NodeInfoAction::createMergeTableNodeInfo() {
-  const NodeInfo::Ptr mainRoot = getRootNode();
+void NodeInfoAction::createMergeTableNodeInfo(UIInfoDB& db) {
+  const NodeInfo::Ptr mainRoot = getRootNode(db);
   const NodeInfo::Ptr first = mainRoot->getChildNodeAtIndex(0);
   if (!first) return;
 
-  UIInfoDB::defaultDB().dropInfoTable(QLatin1String(kMergeTableName));
-  const NodeInfo::Ptr mergeRoot = getMergeRootNode();
+  NodeTree& tree = mergeTree(db);
+  tree.clear();
 
   const NodeInfo::Ptr merged = first->copy();
   merged->setType(NodeInfo::kTypeMerged);
@@ -95,7 +71,7 @@ void NodeInfoAction::createMergeTableNodeInfo() {
     for (const NodeInfo::Ptr& file : getChildNodeData(item)) {
       const NodeInfo::Ptr member = file->copy();
       member->setType(NodeInfo::kTypeMergeMember);
-      merged->addChildNode(member);
+      tree.addChild(merged, member);
     }
   }
 
@@ -103,6 +79,5 @@ void NodeInfoAction::createMergeTableNodeInfo() {
   merged->setVideoClips(1);
   merged->setSplitRow(1);
   merged->setVideoMinutes(0);
-  mergeRoot->addChildNode(merged);
-  merged->setParentNode(mergeRoot);
+  tree.addChild(tree.root(), merged);
 }

@@ -5,8 +5,6 @@
 
 #include <QString>
 
-#include <memory>
-
 #include "ValueObject/NodeInfo.h"
 #include "ValueObject/UIInfoDB.h"
 
@@ -18,15 +16,19 @@ class NodeInfoAction {
   static constexpr const char* kMergeCheckBoxName = "winMain.mergeCheckBox";
   static constexpr const char* kMergedName = "Merge Video";
 
-  // Entry 0 of each tree's table; the table and its root (kind 0, file type 0)
-  // are made on first use.
-  static NodeInfo::Ptr getRootNode();
-  static NodeInfo::Ptr getMergeRootNode();
-  static NodeInfo::Ptr getTrimRootNode();
+  // The tables of the three trees, registered on first use.
+  static NodeTree& mainList(UIInfoDB& db) { return db.infoTable(QLatin1String(kMainTableName)); }
+  static NodeTree& mergeTree(UIInfoDB& db) { return db.infoTable(QLatin1String(kMergeTableName)); }
+  static NodeTree& trimTree(UIInfoDB& db) { return db.infoTable(QLatin1String(kTrimTableName)); }
+
+  // Entry 0 of each tree's table; the root (kind 0, file type 0) is made on first use.
+  static NodeInfo::Ptr getRootNode(UIInfoDB& db) { return mainList(db).root(); }
+  static NodeInfo::Ptr getMergeRootNode(UIInfoDB& db) { return mergeTree(db).root(); }
+  static NodeInfo::Ptr getTrimRootNode(UIInfoDB& db) { return trimTree(db).root(); }
   // The table of that name; nullptr when none is registered.
-  static std::shared_ptr<UIInfoDB::InfoTable> getInfoTable(const QString& name);
+  static NodeTree* getInfoTable(const UIInfoDB& db, const QString& name) { return db.getInfoTable(name); }
   // The merge root while the main window's merge check box is on, else the main root.
-  static NodeInfo::Ptr rootNode();
+  static NodeInfo::Ptr rootNode(UIInfoDB& db);
 
   // The file nodes a node stands for: the children of a merged node, in
   // order, or the node itself.
@@ -38,11 +40,8 @@ class NodeInfoAction {
   static void setSameEffect(const NodeInfo::Ptr& node);
 
   // Empties the merge root and drops the merge table.
-  static void clearAllMergeNodeInfo();
+  static void clearAllMergeNodeInfo(UIInfoDB& db);
   // Rebuilds the merge table: one merged node whose children are copies of
   // every file of the main list, in order. Nothing happens on an empty list.
-  static void createMergeTableNodeInfo();
-
- private:
-  static NodeInfo::Ptr rootOfTable(const QString& name);
+  static void createMergeTableNodeInfo(UIInfoDB& db);
 };

@@ -10,6 +10,7 @@ std::optional<ProfileSettingInfo> ProfileAction::makeProfileSettingInfo(const KM
 
   ProfileSettingInfo profile;
   profile.setProfileName(entry.DisplayName);
+  profile.setImageName(entry.imageName);
   profile.setFormat(entry.Format);
   profile.setExtName(entry.ExtName);
   profile.setType(entry.type);

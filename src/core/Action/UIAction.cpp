@@ -1,8 +1,8 @@
 #include "UIAction.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QDir>
 
 #include "CommonClass/BookmarkAccess.h"
 #include "CommonClass/CommonClass.h"
@@ -29,11 +29,47 @@ bool isWritableFolder(const QString& path) {
   return !path.isEmpty() && info.isDir() && info.isWritable();
 }
 
+QString shippedConfigPath() { return StandardPaths::pathForResource(QStringLiteral("Config.xml")); }
+
+// The first element of each group ("product", "user") under the root,
+// whatever the root is called.
+QDomElement groupOf(const QDomDocument& document, const QString& group) {
+  return document.documentElement().firstChildElement(group);
+}
+
+// Whether `document` has the shipped root and every element the shipped copy has.
+bool hasEveryElementOf(const QDomDocument& document, const QDomDocument& shipped) {
+  if (document.documentElement().tagName() != shipped.documentElement().tagName()) return false;
+  for (QDomElement group = shipped.documentElement().firstChildElement(); !group.isNull();
+       group = group.nextSiblingElement()) {
+    const QDomElement own = groupOf(document, group.tagName());
+    if (own.isNull()) return false;
+    for (QDomElement child = group.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+      if (own.firstChildElement(child.tagName()).isNull()) return false;
+    }
+  }
+  return true;
+}
+
 // Sets the text of `element` to `value`, keeping the element itself.
 void setElementText(QDomElement element, const QString& value) {
   if (element.isNull()) return;
   while (element.hasChildNodes()) element.removeChild(element.firstChild());
   element.appendChild(element.ownerDocument().createTextNode(value));
+}
+
+// The shipped copy with every value that `damaged` still holds for the same element.
+QDomDocument repaired(const QDomDocument& damaged, const QDomDocument& shippedCopy) {
+  QDomDocument shipped = shippedCopy.cloneNode(true).toDocument();
+  for (QDomElement group = shipped.documentElement().firstChildElement(); !group.isNull();
+       group = group.nextSiblingElement()) {
+    const QDomElement own = groupOf(damaged, group.tagName());
+    for (QDomElement child = group.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+      const QDomElement value = own.firstChildElement(child.tagName());
+      if (!value.isNull()) setElementText(child, value.text());
+    }
+  }
+  return shipped;
 }
 
 void readProductPart(const QDomElement& product, UserDefaults& defaults) {
@@ -50,7 +86,8 @@ void storeLinkID(UserDefaults& defaults) {
   if (current.typeId() == QMetaType::QString && !current.toString().isEmpty()) return;
   const auto info = CommonClass::readProductInfo();
   const QString linkTemplate = info ? info->decryptedText(info->linkID) : QString();
-  defaults.setObject(UIAction::linkIDFromTemplate(linkTemplate, QLatin1String(kBundleVersion)), QStringLiteral("LinkID"));
+  defaults.setObject(UIAction::linkIDFromTemplate(linkTemplate, QLatin1String(kBundleVersion)),
+                     QStringLiteral("LinkID"));
 }
 
 void readUserPart(const QDomElement& user, UserDefaults& defaults) {
@@ -88,25 +125,39 @@ QString UIAction::configXmlPath() { return StandardPaths::pathForPrivateFile(QSt
 std::optional<QDomDocument> UIAction::readConfigXml() {
   const QString path = configXmlPath();
   if (!QFileInfo::exists(path)) restoreConfigXml();
-  if (auto document = parse(path)) return document;
-  // Damaged: keep it beside for the user, then start from the shipped copy.
-  const QString damaged = path + QStringLiteral(".damaged");
-  QFile::remove(damaged);
-  QFile::rename(path, damaged);
-  restoreConfigXml();
-  return parse(path);
+  std::optional<QDomDocument> document = parse(path);
+  if (!document) {
+    // Damaged: keep it beside for the user, then start from the shipped copy.
+    const QString damaged = path + QStringLiteral(".damaged");
+    QFile::remove(damaged);
+    QFile::rename(path, damaged);
+    restoreConfigXml();
+    return parse(path);
+  }
+  // Well-formed but lacking what the program reads: the shipped layout with
+  // every value that could be read.
+  const std::optional<QDomDocument> shipped = parse(shippedConfigPath());
+  if (shipped && !hasEveryElementOf(*document, *shipped)) {
+    KMVLog::Log(QStringLiteral("Config.xml lacked elements; repaired from the shipped copy"));
+    document = repaired(*document, *shipped);
+    saveConfigXml(*document);
+  }
+  return document;
 }
 
 bool UIAction::restoreConfigXml() {
   const QString path = configXmlPath();
   CommonClass::deleteFile(path);
-  const bool copied = QFile::copy(StandardPaths::pathForResource(QStringLiteral("Config.xml")), path);
+  const bool copied = QFile::copy(shippedConfigPath(), path);
   if (copied) QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::WriteOwner);
   return copied;
 }
 
 bool UIAction::saveConfigXml(const QDomDocument& document) {
-  return CommonClass::writeAtomically(configXmlPath(), document.toByteArray(kIndent));
+  const QByteArray bytes = document.toByteArray(kIndent);
+  // An unchanged file is left alone: nothing to lose when the disk is full.
+  if (CommonClass::readFile(configXmlPath()) == bytes) return true;
+  return CommonClass::writeAtomically(configXmlPath(), bytes);
 }
 
 void UIAction::readInfoFromXml() {
@@ -117,8 +168,9 @@ void UIAction::readInfoFromXml() {
   storeLinkID(defaults);
   readProductPart(root.firstChildElement(QStringLiteral("product")), defaults);
 
-  const QDomElement user = root.firstChildElement(QStringLiteral("user"));
-  if (!user.isNull()) readUserPart(user, defaults);
+  // Without a user part (when not even the shipped copy could be read) every
+  // user setting takes its built-in value.
+  readUserPart(root.firstChildElement(QStringLiteral("user")), defaults);
   defaults.synchronize();
 }
 
@@ -140,6 +192,17 @@ bool UIAction::saveInfoToXml() {
   if (!photoOutputPathBookMark.isEmpty()) defaults.setObject(photoOutputPathBookMark, QStringLiteral("PhotoBookMark"));
   defaults.synchronize();
   return saved;
+}
+
+QString UIAction::serviceAddress(const QString& name) {
+  const std::optional<QDomDocument> document = readConfigXml();
+  if (!document) return {};
+  return CommonClass::getNodeValue(document->documentElement().firstChildElement(QStringLiteral("service")), name);
+}
+
+QString UIAction::pageWithLinkID(const QString& page) {
+  const QString tag = UserDefaults::standardUserDefaults().stringForKey(QStringLiteral("LinkID"));
+  return tag.isEmpty() ? page : QStringLiteral("%1#from=%2").arg(page, tag);
 }
 
 QString UIAction::linkIDFromTemplate(const QString& linkTemplate, const QString& bundleVersion) {

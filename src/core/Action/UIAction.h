@@ -24,6 +24,13 @@ class UIAction {
   // Writes the settings back into the existing elements of Config.xml.
   static bool saveInfoToXml();
 
+  // The address of a service named in Config.xml's "service" part
+  // ("appcast", "codecdownload"); empty when none is set.
+  static QString serviceAddress(const QString& name);
+  // A help or support page with the referral tag of user default "LinkID"
+  // appended as "<page>#from=<tag>" when there is one.
+  static QString pageWithLinkID(const QString& page);
+
   // Every "version" in `linkTemplate` replaced by the digits of `bundleVersion`
   // ("2.1.5" gives "215").
   static QString linkIDFromTemplate(const QString& linkTemplate, const QString& bundleVersion);

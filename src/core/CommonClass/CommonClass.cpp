@@ -22,7 +22,9 @@ QString CommonClass::productInfoPath() {
   return QStringLiteral("%1/ProductInfo").arg(QCoreApplication::applicationDirPath());
 }
 
-std::optional<ProductInfo> CommonClass::readProductInfo() { return DatatoObj<ProductInfo>(readFile(productInfoPath())); }
+std::optional<ProductInfo> CommonClass::readProductInfo() {
+  return DatatoObj<ProductInfo>(readFile(productInfoPath()));
+}
 
 void CommonClass::showMessage(const QString& message) { showMessage(kProductName, message); }
 
@@ -169,7 +171,9 @@ QStringList CommonClass::openFiles(const QStringList& extensions) {
 bool CommonClass::writeAtomically(const QString& path, const QByteArray& data) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return false;
-  if (file.write(data) != data.size()) {
+  // A full disk shows only when the buffer reaches the disk: every write and
+  // the flush are checked before the new file may replace the old one.
+  if (file.write(data) != data.size() || !file.flush() || file.error() != QFileDevice::NoError) {
     file.cancelWriting();
     return false;
   }

@@ -2,8 +2,10 @@
 // dialogs), cli/ (the terminal) and tests (recording fakes) implement.
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <utility>
 
 // Alert panels: the message text is the title line, the informative text the
 // body. Implementations run on the main thread.
@@ -29,6 +31,18 @@ class FilePanels {
   virtual QString openSingleFile(const QStringList& extensions) = 0;
   // Any number of files with those extensions, and folders.
   virtual QStringList openFiles(const QStringList& extensions) = 0;
+
+  // A filter of the add-files panel: its name and the extensions it allows
+  // (none: every file).
+  using Filter = std::pair<QString, QStringList>;
+  // Several files through a panel that offers `filters` in order, starting in
+  // `startFolder` with filter `chosenFilter` selected; `chosenFilter` then
+  // holds the filter the user left selected. Panels without filters offer
+  // the extensions of the chosen one.
+  virtual QStringList openFilesWithFilters(const QString& /*startFolder*/, const QList<Filter>& filters,
+                                           int& chosenFilter) {
+    return openFiles(filters.value(chosenFilter).second);
+  }
 };
 
 // The desktop: reveal files in the file viewer, open addresses.

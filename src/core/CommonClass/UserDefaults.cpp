@@ -31,6 +31,8 @@ bool UserDefaults::boolForKey(const QString& key) const { return objectForKey(ke
 
 void UserDefaults::setObject(const QVariant& value, const QString& key) {
   QMutexLocker locker(&mutex_);
+  // Setting what is stored already would rewrite the file for nothing.
+  if (settings_->contains(key) && settings_->value(key) == value) return;
   settings_->setValue(key, value);
 }
 

@@ -125,4 +125,18 @@ void ConvertMedia::stopEnCode() { VideoConverter_Abort(); }
 
 QSizeF ConvertMedia::getNodeResolutionSize(const NodeInfo& node) { return OutputResolution::forNode(node); }
 
+ConvertMedia::Ending ConvertMedia::ending() const {
+  ConvertOutcome outcome{};
+  outcome.m_cbsize = VC_CONVERT_OUTCOME_SIZE;
+  if (VideoConverter_GetConvertOutcome(&outcome) != 0) return {};
+  Ending ending{outcome.m_Outcome, QString::fromUtf8(outcome.m_Reason), {}};
+  std::array<char, sizeof(outcome.m_FirstFile)> path{};
+  for (int index = 0; index < outcome.m_FileCount; ++index) {
+    if (VideoConverter_GetOutputFile(index, path.data(), static_cast<int>(path.size())) == 0) {
+      ending.files.append(QString::fromUtf8(path.data()));
+    }
+  }
+  return ending;
+}
+
 bool ConvertMedia::hasEnded() const { return endsBeforeStart_ >= 0 && endedConversions.load() > endsBeforeStart_; }

@@ -8,6 +8,7 @@
 
 #include <QSizeF>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <cstdint>
@@ -68,6 +69,15 @@ class ConvertMedia {
 
   // Why the last initMediaData() or encode() refused the node.
   const QString& refusal() const { return refusal_; }
+  // The converter's account of how the conversion this job started ended.
+  struct Ending {
+    int32_t outcome = VC_OUTCOME_NONE;  // a VideoConverterOutcome
+    QString reason;
+    QStringList files;  // kept under their final names
+  };
+  // Meaningful once hasEnded().
+  Ending ending() const;
+
   // Whether the conversion this job started has ended. A "CONVERTEND" from
   // another program, which the distributed centre also delivers, leaves it false.
   bool hasEnded() const;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "ValueObject/SettingRange.h"
 #include "ValueObject/ValueChoice.h"
 
 class EffectSettingInfo {
@@ -23,6 +24,16 @@ class EffectSettingInfo {
       {"Red/Green", 1072},
       {"Yellow/Blue", 1073},
   }};
+
+  // What the editors allow, and the values of a fresh object.
+  static constexpr SettingRange kBrightnessRange{-255, 255, 0};
+  static constexpr SettingRange kContrastRange{-200, 200, 0};
+  static constexpr SettingRange kSaturationRange{-200, 200, 0};
+  // Seconds, for the sound's and the picture's fades alike.
+  static constexpr SettingRange kFadeRange{0, 10, 0};
+  // Percent; 100 leaves the sound as it is.
+  static constexpr SettingRange kVolumeRange{0, 400, 100};
+  static constexpr SettingRange kDepthRange{-100, 100, 5};
 
   int32_t brightness() const { return brightness_; }
   void setBrightness(int32_t level) { brightness_ = level; }
@@ -59,18 +70,18 @@ class EffectSettingInfo {
   bool operator==(const EffectSettingInfo&) const = default;
 
  private:
-  int32_t brightness_ = 0;
-  int32_t contrast_ = 0;
-  int32_t saturation_ = 0;
+  int32_t brightness_ = kBrightnessRange.defaultValue;
+  int32_t contrast_ = kContrastRange.defaultValue;
+  int32_t saturation_ = kSaturationRange.defaultValue;
   int32_t rotateAngle_ = 0;
   int32_t effectModel_ = 0;
   int32_t rotateFlipX_ = 0;
   int32_t rotateFlipY_ = 0;
-  int32_t fadeIn_ = 0;
-  int32_t fadeOut_ = 0;
-  int32_t volume_ = 100;
+  int32_t fadeIn_ = kFadeRange.defaultValue;
+  int32_t fadeOut_ = kFadeRange.defaultValue;
+  int32_t volume_ = kVolumeRange.defaultValue;
   int32_t modelOf3D_ = 0;
-  int32_t depth_ = 5;
-  int32_t videoFadeIn_ = 0;
-  int32_t videoFadeOut_ = 0;
+  int32_t depth_ = kDepthRange.defaultValue;
+  int32_t videoFadeIn_ = kFadeRange.defaultValue;
+  int32_t videoFadeOut_ = kFadeRange.defaultValue;
 };

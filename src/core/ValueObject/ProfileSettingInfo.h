@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "ValueObject/SettingRange.h"
+
 class ProfileSettingInfo {
  public:
   // Kinds of profile (`type`).
@@ -14,6 +16,9 @@ class ProfileSettingInfo {
   static constexpr int32_t kTypeAudioOnly = 1;     // no video settings
   static constexpr int32_t kTypeWithoutAudio = 2;  // no audio settings
   static constexpr int32_t kDefaultVideoQuality = 27;
+  // Bitrates a user may set, in kbit/s.
+  static constexpr SettingRange kVideoBitrateRange{1, 200000, 0};
+  static constexpr SettingRange kAudioBitrateRange{1, 1536, 0};
 
   // A new profile taking the values of `source` except its picture and the
   // settings panel's current choices (imageName, curVideoEncoder and

@@ -1,16 +1,13 @@
 #include "UIInfoDB.h"
 
-UIInfoDB& UIInfoDB::defaultDB() {
-  static UIInfoDB db;
-  return db;
+UIInfoDB::~UIInfoDB() { qDeleteAll(tables_); }
+
+NodeTree& UIInfoDB::infoTable(const QString& name) {
+  NodeTree*& table = tables_[name];
+  if (table == nullptr) table = new NodeTree;
+  return *table;
 }
 
-std::shared_ptr<UIInfoDB::InfoTable> UIInfoDB::getInfoTable(const QString& name) const { return tables_.value(name); }
-
-std::shared_ptr<UIInfoDB::InfoTable> UIInfoDB::createInfoTable(const QString& name) {
-  auto table = std::make_shared<InfoTable>();
-  tables_.insert(name, table);
-  return table;
+void UIInfoDB::dropInfoTable(const QString& name) {
+  if (NodeTree* table = getInfoTable(name)) table->clear();
 }
-
-void UIInfoDB::dropInfoTable(const QString& name) { tables_.remove(name); }

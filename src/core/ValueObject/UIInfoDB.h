@@ -1,32 +1,35 @@
-// The table store of the skinned views: named information tables whose
-// entries the list views show (the three node trees each live as entry 0 of
-// one table), and the check state of named check boxes that list logic reads.
-// Used on the main thread only.
+// The table store of the list views: named information tables, each holding
+// one node tree as its entry 0 (the main list, the merge tree, the trim
+// segments), and the check state of named check boxes that list logic reads.
+// One store is made at start-up and handed to whoever needs it; the command
+// line and every test make their own. Used on the main thread only.
 #pragma once
 
 #include <QHash>
+#include <QObject>
 #include <QString>
 
-#include <memory>
-
-#include "ValueObject/NodeInfo.h"
+#include "ValueObject/NodeTree.h"
 
 class UIInfoDB {
  public:
-  using InfoTable = NodeInfo::List;
-
-  static UIInfoDB& defaultDB();
+  UIInfoDB() = default;
+  UIInfoDB(const UIInfoDB&) = delete;
+  UIInfoDB& operator=(const UIInfoDB&) = delete;
+  ~UIInfoDB();
 
   // The table registered under `name`; nullptr when there is none.
-  std::shared_ptr<InfoTable> getInfoTable(const QString& name) const;
-  // Registers a new empty table under `name`, replacing any previous one.
-  std::shared_ptr<InfoTable> createInfoTable(const QString& name);
+  NodeTree* getInfoTable(const QString& name) const { return tables_.value(name); }
+  // The table of that name, registered empty on first use. The object stays
+  // the same for the life of the store, so that views can stay bound to it.
+  NodeTree& infoTable(const QString& name);
+  // Empties the table; its next root is a fresh one.
   void dropInfoTable(const QString& name);
 
   bool isChecked(const QString& checkBoxName) const { return checked_.value(checkBoxName, false); }
   void setChecked(const QString& checkBoxName, bool checked) { checked_.insert(checkBoxName, checked); }
 
  private:
-  QHash<QString, std::shared_ptr<InfoTable>> tables_;
+  QHash<QString, NodeTree*> tables_;
   QHash<QString, bool> checked_;
 };

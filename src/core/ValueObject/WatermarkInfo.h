@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "ValueObject/SettingRange.h"
+
 class WatermarkInfo {
  public:
   // m_watermarkType values.
@@ -18,6 +20,8 @@ class WatermarkInfo {
   static constexpr int32_t kStyleItalic = 2;
   static constexpr int32_t kStyleUnderline = 4;
   static constexpr int32_t kStyleStrikethrough = 8;
+  // Opacity in percent.
+  static constexpr SettingRange kTransparencyRange{0, 100, 50};
   // The desktop's own sans-serif face, resolved by the font configuration.
   static constexpr const char* kDefaultFontName = "Sans";
 
@@ -69,7 +73,7 @@ class WatermarkInfo {
   int32_t m_imgY_ = 0;
   int32_t m_imgW_ = 0;
   int32_t m_imgH_ = 0;
-  int32_t m_transparency_ = 50;
+  int32_t m_transparency_ = kTransparencyRange.defaultValue;
   int32_t m_watermarkType_ = kTypeNone;
   QString m_imagePath_;
   QString m_text_;

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTimeZone>
 
 #include <cstdlib>
@@ -10,11 +12,13 @@
 #include "Action/ApplicationLifecycle.h"
 #include "Action/UIAction.h"
 #include "CommonClass/DistributedNotificationCenter.h"
+#include "CommonClass/FolderHold.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
 #include "CommonClass/UserDefaults.h"
 #include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
+#include "support/ConversionTestSupport.h"
 
 namespace {
 
@@ -53,7 +57,8 @@ TEST_F(Lifecycle, StartUpRunsItsStepsInOrderAndAnnouncesTheSkin) {
   QStringList announced;
   const int token = 0;
   DistributedNotificationCenter::defaultCenter().addObserver(
-      &token, QStringLiteral("KMVSETAPPSKINPATH"), [&](const Notification& n) { announced.append(n.object.toString()); });
+      &token, QStringLiteral("KMVSETAPPSKINPATH"),
+      [&](const Notification& n) { announced.append(n.object.toString()); });
 
   RecordingShell shell;
   ApplicationLifecycle::startUp(shell);
@@ -96,6 +101,41 @@ TEST_F(Lifecycle, TheRunFolderIsStampedInUtcPlus8WhateverTheZone) {
     qputenv("TZ", savedZone);
   }
   tzset();
+}
+
+// Another program's hold on a run folder, taken with the flock tool.
+class ForeignHold {
+ public:
+  explicit ForeignHold(const QString& folder) {
+    QDir().mkpath(folder);
+    holder_.start(QStringLiteral("flock"), {QStringLiteral("--exclusive"), FolderHold::holdFilePath(folder), "cat"});
+    EXPECT_TRUE(modeltest::waitUntil([&] { return FolderHold::isHeld(folder); }));
+  }
+  ~ForeignHold() {
+    holder_.closeWriteChannel();
+    holder_.waitForFinished();
+  }
+
+ private:
+  QProcess holder_;
+};
+
+TEST_F(Lifecycle, ARunFolderAnotherProgramHoldsIsNeitherRemovedNorShared) {
+  const QDateTime moment(QDate(2026, 3, 1), QTime(10, 0, 0), QTimeZone::utc());
+  const QString busy = StandardPaths::temporaryDataPath() + ApplicationLifecycle::timeStampUTC8(moment);
+  UserDefaults& defaults = UserDefaults::standardUserDefaults();
+  {
+    const ForeignHold running(busy);
+    defaults.setObject(busy, QStringLiteral("TmpPath"));
+    const QString own = ApplicationLifecycle::createMemoryTmpPath(moment);
+    EXPECT_TRUE(QDir(busy).exists()) << "a folder in use was removed";
+    EXPECT_EQ(own, busy + QStringLiteral("-%1").arg(QCoreApplication::applicationPid()))
+        << "a program started in the same second shared the folder";
+    QDir(own).removeRecursively();
+  }
+  defaults.setObject(busy, QStringLiteral("TmpPath"));
+  QDir(ApplicationLifecycle::createMemoryTmpPath(moment.addSecs(1))).removeRecursively();
+  EXPECT_FALSE(QDir(busy).exists()) << "the folder stayed once nobody held it";
 }
 
 TEST_F(Lifecycle, AStaleTmpPathOutsideTheTemporaryFolderIsNeverRemoved) {

@@ -13,7 +13,6 @@
 
 #include "Action/ConvertView.h"
 #include "Action/ConvertViewList.h"
-#include "Action/MainFormAction.h"
 #include "Action/NodeInfoAction.h"
 #include "CommonClass/DistributedNotificationCenter.h"
 #include "CommonClass/GlobalSettings.h"
@@ -25,12 +24,6 @@ namespace {
 
 // An output name no output path can hold: the job refuses it before starting.
 const QString kNameTooLong(5000, QLatin1Char('n'));
-
-class AddedNodes : public MainFormActionDelegate {
- public:
-  void addItemView(const NodeInfo::Ptr& node) override { nodes.append(node); }
-  NodeInfo::List nodes;
-};
 
 class RecordingMainWindow : public ConvertViewListDelegate {
  public:
@@ -63,11 +56,12 @@ class ConversionQueue : public testing::Test {
   // Rows for `count` copies of the clip, output names "row0", "row1", ...
   // Each node carries a title to write into its output.
   void makeRows(int count) {
-    AddedNodes added;
-    MainFormAction(&added).addFile(QStringList(count, clip));
-    ASSERT_EQ(added.nodes.size(), count);
+    UIInfoDB db;
+    const NodeInfo::List added =
+        modeltest::addToList(db, QStringList(count, clip), media->path(QStringLiteral("scratch")));
+    ASSERT_EQ(added.size(), count);
     for (int index = 0; index < count; ++index) {
-      const NodeInfo::Ptr& node = added.nodes[index];
+      const NodeInfo::Ptr& node = added[index];
       node->setCurProfileSetting(modeltest::smallProfile());
       node->setMetaEditEnable(true);
       node->metaData().setTitle(QStringLiteral("Title %1").arg(index));
@@ -132,6 +126,11 @@ TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
     EXPECT_FALSE(row.isStopButtonVisible());
     EXPECT_NEAR(modeltest::ffprobeDuration(modeltest::ffprobe(outputOf(index))), 1.0, 0.3);
     EXPECT_EQ(titleIn(outputOf(index)), QStringLiteral("Title %1").arg(index));
+    EXPECT_EQ(row.outcome(), ConvertView::Outcome::kFinished);
+    EXPECT_TRUE(row.outcomeReason().isEmpty());
+    EXPECT_EQ(row.outputFiles(), QStringList{outputOf(index)});
+    EXPECT_GT(row.elapsedSeconds(), 0);
+    EXPECT_TRUE(row.statusLine().startsWith(QStringLiteral("Finished in 00:00:"))) << row.statusLine().toStdString();
   }
   // A late "CONVERTEND" from elsewhere does not end the run a second time.
   DistributedNotificationCenter::defaultCenter().postNotificationName(
@@ -154,6 +153,7 @@ TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {
   EXPECT_TRUE(waiting.isStartButtonVisible());
   EXPECT_TRUE(waiting.isStartButtonEnabled());
   EXPECT_FALSE(waiting.isStopButtonVisible());
+  EXPECT_EQ(waiting.outcome(), ConvertView::Outcome::kStopped);
 
   running.stopButtonClick();
   ASSERT_TRUE(waitForEnd());
@@ -167,6 +167,8 @@ TEST_F(ConversionQueue, StoppingRowsLeavesTheOthersRunning) {
   EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
   EXPECT_EQ(rows[2]->rateText(), QStringLiteral("100%"));
   EXPECT_EQ(titleIn(outputOf(2)), QStringLiteral("Title 2"));
+  EXPECT_EQ(running.outcome(), ConvertView::Outcome::kStopped);
+  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
 }
 
 TEST_F(ConversionQueue, StoppedRowPutBackRunsAfterTheWaitingRows) {
@@ -203,6 +205,9 @@ TEST_F(ConversionQueue, CancelAllShowsTheInterruptedRowFinishedAndEndsTheRun) {
   EXPECT_TRUE(titleIn(outputOf(0)).isEmpty()) << "tags written into a cancelled output";
   EXPECT_FALSE(QFileInfo::exists(outputOf(1)));
   EXPECT_FALSE(QFileInfo::exists(outputOf(2)));
+  for (const auto& row : rows) EXPECT_EQ(row->outcome(), ConvertView::Outcome::kCancelled);
+  EXPECT_TRUE(rows[0]->outcomeReason().startsWith(QStringLiteral("The conversion was stopped at")))
+      << rows[0]->outcomeReason().toStdString();
 }
 
 TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
@@ -218,15 +223,31 @@ TEST_F(ConversionQueue, RowThatFailsToStartIsDroppedAndTheRunGoesOn) {
   ASSERT_TRUE(waitForEnd());
   EXPECT_EQ(started, (QList<ConvertView*>{rows[0].get(), rows[2].get()}));
   EXPECT_EQ(told, QStringList({"start row0", "end row0", "end nnnn", "start row2", "end row2"}));
-  EXPECT_TRUE(rows[1]->refusal().contains(QStringLiteral("output path"))) << rows[1]->refusal().toStdString();
+  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFailed);
+  EXPECT_TRUE(rows[1]->outcomeReason().contains(QStringLiteral("output path")))
+      << rows[1]->outcomeReason().toStdString();
   EXPECT_TRUE(rows[1]->outputPath().isEmpty());
   EXPECT_EQ(rows[2]->outputPath(), outputOf(2));
-  EXPECT_TRUE(rows[2]->refusal().isEmpty());
+  EXPECT_EQ(rows[2]->outcome(), ConvertView::Outcome::kFinished);
   EXPECT_EQ(window.endCount, 1);
   EXPECT_TRUE(rows[1]->rateText().isEmpty());
   EXPECT_TRUE(rows[1]->isStartButtonEnabled());
   EXPECT_TRUE(QFileInfo::exists(outputOf(0)));
   EXPECT_TRUE(QFileInfo::exists(outputOf(2)));
+}
+
+TEST_F(ConversionQueue, AConversionTheConverterFailsEndsFailedWithItsReason) {
+  makeRows(2);
+  rows[0]->nodeInfo()->curProfileSetting().setVideoEncoder(QStringLiteral("nonesuch"));
+  queue.encode(rowList());
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(started, rowList()) << "it started, then failed inside the converter";
+  EXPECT_EQ(rows[0]->outcome(), ConvertView::Outcome::kFailed);
+  EXPECT_TRUE(rows[0]->outcomeReason().contains(QStringLiteral("nonesuch"))) << rows[0]->outcomeReason().toStdString();
+  EXPECT_TRUE(rows[0]->outputFiles().isEmpty());
+  EXPECT_EQ(rows[0]->statusLine(), QStringLiteral("Failed: ") + rows[0]->outcomeReason());
+  EXPECT_FALSE(QFileInfo::exists(outputOf(0)));
+  EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFinished);
 }
 
 TEST_F(ConversionQueue, RunWhoseEveryRowFailsStillEndsOnce) {

@@ -8,7 +8,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QTimer>
 
+#include <algorithm>
 #include <ctime>
 
 #include "Action/ApplicationLifecycle.h"
@@ -17,6 +19,7 @@
 #include "CommonClass/GlobalSettings.h"
 #include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
+#include "support/ConversionTestSupport.h"
 #include "support/GeneratedMedia.h"
 
 namespace {
@@ -56,20 +59,41 @@ class AddingFiles : public testing::Test {
     return result;
   }
 
-  void add(const QStringList& names) { MainFormAction(&window).addFile(paths(names)); }
+  // Adds the files and serves events until the batch has been read.
+  void add(const QStringList& names, int workers = 0) {
+    MainFormAction adding(db, &window, workers);
+    QObject::connect(&adding, &MainFormAction::progress, [this](int done, int total) {
+      progress.append({done, total});
+    });
+    bool finished = false;
+    QObject::connect(&adding, &MainFormAction::finished, [&finished] { finished = true; });
+    adding.addFile(paths(names));
+    ASSERT_TRUE(modeltest::waitUntil([&finished] { return finished; }));
+  }
 
-  static NodeInfo::List listItems() { return NodeInfoAction::getRootNode()->childNode(); }
+  NodeInfo::List listItems() { return NodeInfoAction::getRootNode(db).get()->childNode(); }
 
   static modeltest::MediaFolder* media;
   RecordingAlertPresenter alerts;
   ScopedAlertPresenter installed{&alerts};
   RecordingMainWindow window;
+  UIInfoDB db;
+  QList<std::pair<int, int>> progress;
 };
 modeltest::MediaFolder* AddingFiles::media = nullptr;
 
 TEST_F(AddingFiles, DecodableFilesBecomeItemsInOrderAndTheOthersShareOneAlert) {
   const int32_t firstNumber = MainFormAction::totalAddFileNum;
-  add({"clip.mp4", "empty.mp4", "two voices.mkv", "notes.mp4", "song.mp3", "clip.mp4", "été à la plage.mov"});
+  // Events keep being served while the workers read the files.
+  int ticks = 0;
+  QTimer ticker;
+  QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
+  ticker.start(0);
+  add({"clip.mp4", "empty.mp4", "two voices.mkv", "notes.mp4", "song.mp3", "clip.mp4", "été à la plage.mov"}, 4);
+  EXPECT_GT(ticks, 0);
+  ASSERT_FALSE(progress.isEmpty());
+  EXPECT_EQ(progress.last(), std::pair(7, 7));
+  EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
 
   const NodeInfo::List items = listItems();
   QStringList names;
@@ -78,7 +102,7 @@ TEST_F(AddingFiles, DecodableFilesBecomeItemsInOrderAndTheOthersShareOneAlert) {
   EXPECT_EQ(window.rows, items) << "one row for each added item, in order";
   for (int index = 0; index < items.size(); ++index) {
     EXPECT_EQ(items[index]->addNum(), firstNumber + index);
-    EXPECT_EQ(items[index]->parentNode(), NodeInfoAction::getRootNode());
+    EXPECT_EQ(items[index]->parentNode(), NodeInfoAction::getRootNode(db));
   }
   EXPECT_EQ(MainFormAction::totalAddFileNum, firstNumber + 5);
 

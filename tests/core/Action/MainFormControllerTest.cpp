@@ -38,16 +38,6 @@ class RecordingPanels : public FilePanels {
   QStringList folderStarts;
 };
 
-class RecordingWorkspace : public Workspace {
- public:
-  bool revealInFileViewer(const QString& path) override {
-    revealed.append(path);
-    return true;
-  }
-  bool openAddress(const QString&) override { return true; }
-  QStringList revealed;
-};
-
 class MainWindowCommands : public testing::Test {
  protected:
   static void SetUpTestSuite() {
@@ -65,29 +55,31 @@ class MainWindowCommands : public testing::Test {
 
   void SetUp() override {
     TestEnvironment::resetApplicationState();
-    dropTables();
     sysTmpPath = media->path(QStringLiteral("scratch"));
     videoImagePath = sysTmpPath + QStringLiteral("/Images");
     DefOutputPath = media->path(QStringLiteral("out"));
     QDir(DefOutputPath).removeRecursively();
     VideoConverter_SetTempPath(media->folder().toUtf8().constData());
     PlatformServices::install(&alerts, &panels, &workspace);
+    controller.setOutputFolder(DefOutputPath);
     controller.setCurrentProfile(modeltest::smallProfile());
   }
   void TearDown() override {
     PlatformServices::install(nullptr, nullptr, nullptr);
-    dropTables();
     TestEnvironment::resetApplicationState();
-  }
-  static void dropTables() {
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-    UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), false);
-    NodeInfoAction::clearAllMergeNodeInfo();
   }
 
   static QString path(const char* name) { return media->path(QLatin1String(name)); }
+  // Serves events until the files being added have been read.
+  void waitForAdding() {
+    ASSERT_TRUE(modeltest::waitUntil([this] { return !controller.isAdding(); }));
+  }
+  void addFiles(const QStringList& paths) {
+    controller.addFilesToMainList(paths);
+    waitForAdding();
+  }
   void addTwoClips() {
-    controller.addFilesToMainList({path("first.mp4"), path("second.mp4")});
+    addFiles({path("first.mp4"), path("second.mp4")});
     ASSERT_EQ(controller.videoData().size(), 2);
   }
   bool waitForIdle() {
@@ -103,7 +95,8 @@ class MainWindowCommands : public testing::Test {
   RecordingAlertPresenter alerts;
   RecordingPanels panels;
   RecordingWorkspace workspace;
-  MainFormController controller;
+  UIInfoDB db;
+  MainFormController controller{db};
 };
 
 TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRest) {
@@ -113,6 +106,7 @@ TEST_F(MainWindowCommands, AddingReportsUndecodableFilesInOneAlertAndKeepsTheRes
   panels.chosenFiles = {path("broken.mp4"), path("first.mp4"), path("notes.avi")};
   MainFormController::lastSelectAllowFiles = 1;
   controller.addFileClick();
+  waitForAdding();
 
   EXPECT_EQ(panels.offeredExtensions, MediaFileTypes::configOpenAllowFileWithIndex(1));
   ASSERT_EQ(alerts.alerts.size(), 1u);
@@ -142,15 +136,17 @@ TEST_F(MainWindowCommands, PanelFiltersOfferTheAcceptedExtensionsInBothCases) {
 
 TEST_F(MainWindowCommands, DroppingIgnoresUnknownFilesAndOpenEditors) {
   controller.addViewByPbData({path("first.mp4"), media->path(QStringLiteral("readme.txt"))});
+  waitForAdding();
   EXPECT_EQ(controller.videoData().size(), 1);
   EXPECT_TRUE(alerts.alerts.empty());
   controller.setIsShowWindow(true);
   controller.andViewByPb(path("second.mp4"));
+  waitForAdding();
   EXPECT_EQ(controller.videoData().size(), 1);
 }
 
 TEST_F(MainWindowCommands, MergeRefusalsAndNaming) {
-  controller.addFilesToMainList({path("first.mp4"), path("song.mp3"), path("second.mp4")});
+  addFiles({path("first.mp4"), path("song.mp3"), path("second.mp4")});
   const NodeInfo::List items = controller.videoData();
   ASSERT_EQ(items.size(), 3);
 
@@ -174,7 +170,7 @@ TEST_F(MainWindowCommands, MergeRefusalsAndNaming) {
 
   // Numbers are never reused, even after the group is deleted.
   controller.deleteItemView(group);
-  controller.addFilesToMainList({path("first.mp4"), path("second.mp4")});
+  addFiles({path("first.mp4"), path("second.mp4")});
   const NodeInfo::List again = controller.videoData();
   controller.mergeNode({again[1], again[2]});
   EXPECT_EQ(controller.videoData().back()->outputFilename(), QStringLiteral("Merge %1").arg(number + 1));
@@ -186,15 +182,13 @@ TEST_F(MainWindowCommands, MergingASplitGroupTakesItsClipsInOrder) {
   NodeInfo::Ptr split = NodeInfo::create();
   split->setType(NodeInfo::kTypeGroup);
   split->mediaFileInfo().setVideoStream(1);
-  const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
+  const NodeInfo::Ptr root = NodeInfoAction::getRootNode(db);
   for (int clip = 0; clip < 2; ++clip) {
     NodeInfo::Ptr piece = files[0]->copy();
     piece->trimSettingInfo().setEndTime(1);
-    piece->setParentNode(split);
-    split->addChildNode(piece);
+    controller.mainList().addChild(split, piece);
   }
-  root->addChildNode(split);
-  split->setParentNode(root);
+  controller.mainList().addChild(root, split);
   const NodeInfo::List clips = split->childNode();
 
   controller.mergeNode({split, files[1]});
@@ -206,7 +200,7 @@ TEST_F(MainWindowCommands, MergingASplitGroupTakesItsClipsInOrder) {
 }
 
 TEST_F(MainWindowCommands, ReorderingDeletingAndApplyingAProfileToAll) {
-  controller.addFilesToMainList({path("first.mp4"), path("second.mp4"), path("song.mp3")});
+  addFiles({path("first.mp4"), path("second.mp4"), path("song.mp3")});
   const NodeInfo::List items = controller.videoData();
   controller.moveUpClick(items[0]);
   controller.moveNextClick(items[2]);
@@ -227,6 +221,27 @@ TEST_F(MainWindowCommands, ReorderingDeletingAndApplyingAProfileToAll) {
   EXPECT_EQ(controller.windowState(), WindowState::kReady);
   controller.deleteItemView(items[0]);
   EXPECT_EQ(controller.windowState(), WindowState::kEmpty);
+}
+
+TEST_F(MainWindowCommands, ThumbnailsGoWithTheirItemsAndWithTheList) {
+  addFiles({path("first.mp4"), path("second.mp4"), path("first.mp4")});
+  const NodeInfo::List items = controller.videoData();
+  ASSERT_EQ(items.size(), 3);
+  QStringList pictures;
+  for (const NodeInfo::Ptr& item : items) pictures.append(item->mediaFileInfo().imageName());
+  for (const QString& picture : pictures) ASSERT_TRUE(QFileInfo::exists(picture)) << picture.toStdString();
+  const QString userCover = path("first.mp4");
+  items[1]->metaData().setImage(userCover);
+
+  controller.deleteItemView(items[1]);
+  EXPECT_FALSE(QFileInfo::exists(pictures[1]));
+  EXPECT_TRUE(QFileInfo::exists(userCover)) << "a picture outside the thumbnail folder was removed";
+  EXPECT_TRUE(QFileInfo::exists(pictures[0]) && QFileInfo::exists(pictures[2]));
+  {
+    MainFormController another(db);
+    EXPECT_EQ(another.videoData().size(), 2);
+  }
+  EXPECT_FALSE(QFileInfo::exists(pictures[0]) || QFileInfo::exists(pictures[2])) << "the list went away";
 }
 
 TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {

@@ -248,14 +248,15 @@ TEST_F(TagWindowOnImportedFiles, AnEditReachesTheOutputAndResetBringsBackTheFile
   const QString cover = modeltest::testPicture(media, QStringLiteral("cover.png"));
   const QString input = modeltest::taggedClip(media, QStringLiteral("input.mp4"),
                                               {"title=From the file", "artist=Band", "track=2/9"}, cover);
-  MainFormAction().addFile({input});
-  ASSERT_EQ(NodeInfoAction::getRootNode()->getChildNodeCount(), 1);
-  const NodeInfo::Ptr node = NodeInfoAction::getRootNode()->getChildNodeAtIndex(0);
+  UIInfoDB db;
+  const NodeInfo::List added = modeltest::addToList(db, {input}, media.path(QStringLiteral("scratch")));
+  ASSERT_EQ(added.size(), 1);
+  const NodeInfo::Ptr node = added.first();
   ProfileSettingInfo mp4;
   mp4.setExtName(QStringLiteral("mp4"));
   node->setCurProfileSetting(mp4);
 
-  controller.showWindowModal(NodeInfoAction::getRootNode()->childNode());
+  controller.showWindowModal(added);
   EXPECT_EQ(controller.fieldText(Field::Title), QStringLiteral("From the file"));
   EXPECT_EQ(controller.imagePath(), node->metaData().image());
   type(Field::Title, QStringLiteral("Edited title"));
@@ -272,7 +273,7 @@ TEST_F(TagWindowOnImportedFiles, AnEditReachesTheOutputAndResetBringsBackTheFile
   EXPECT_EQ(written.value(QStringLiteral("track")), QStringLiteral("1/20"));
   EXPECT_TRUE(modeltest::ffprobeCoverCodec(output).isEmpty()) << "the removed cover is not written";
 
-  controller.showWindowModal(NodeInfoAction::getRootNode()->childNode());
+  controller.showWindowModal(added);
   controller.resetButtonClick();
   EXPECT_EQ(controller.fieldText(Field::Title), QStringLiteral("From the file"));
   EXPECT_EQ(controller.fieldText(Field::TrackTotal), QStringLiteral("9"));

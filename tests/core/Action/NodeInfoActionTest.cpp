@@ -7,20 +7,8 @@ namespace {
 
 class NodeTrees : public testing::Test {
  protected:
-  void SetUp() override { dropTables(); }
-  void TearDown() override { dropTables(); }
-
-  static void dropTables() {
-    UIInfoDB& db = UIInfoDB::defaultDB();
-    for (const char* name :
-         {NodeInfoAction::kMainTableName, NodeInfoAction::kMergeTableName, NodeInfoAction::kTrimTableName}) {
-      db.dropInfoTable(QLatin1String(name));
-    }
-    db.setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), false);
-  }
-
   // A file of the main list with its length (seconds) and size (bytes).
-  static NodeInfo::Ptr addFile(const QString& name, double seconds, double bytes, int width = 320, int height = 240) {
+  NodeInfo::Ptr addFile(const QString& name, double seconds, double bytes, int width = 320, int height = 240) {
     NodeInfo::Ptr file = NodeInfo::create();
     file->setType(NodeInfo::kTypeFile);
     file->setFileType(1);
@@ -30,9 +18,7 @@ class NodeTrees : public testing::Test {
     file->mediaFileInfo().setSize(bytes);
     file->mediaFileInfo().setFrameWidth(width);
     file->mediaFileInfo().setFrameHeight(height);
-    const NodeInfo::Ptr root = NodeInfoAction::getRootNode();
-    root->addChildNode(file);
-    file->setParentNode(root);
+    NodeInfoAction::mainList(db).addChild(NodeInfoAction::getRootNode(db), file);
     return file;
   }
 
@@ -41,27 +27,29 @@ class NodeTrees : public testing::Test {
     for (const NodeInfo::Ptr& node : nodes) result.append(node->outputFilename());
     return result;
   }
+
+  UIInfoDB db;
 };
 
 TEST_F(NodeTrees, EachTreeKeepsOneRootAsEntryZeroOfItsTable) {
-  const NodeInfo::Ptr main = NodeInfoAction::getRootNode();
+  const NodeInfo::Ptr main = NodeInfoAction::getRootNode(db);
   EXPECT_EQ(main->type(), NodeInfo::kTypeRoot);
   EXPECT_EQ(main->fileType(), 0);
-  EXPECT_EQ(NodeInfoAction::getRootNode(), main);
-  ASSERT_TRUE(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMainTableName)));
-  EXPECT_EQ(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMainTableName))->first(), main);
+  EXPECT_EQ(NodeInfoAction::getRootNode(db), main);
+  ASSERT_TRUE(NodeInfoAction::getInfoTable(db, QLatin1String(NodeInfoAction::kMainTableName)));
+  EXPECT_EQ(NodeInfoAction::getInfoTable(db, QLatin1String(NodeInfoAction::kMainTableName))->root(), main);
 
-  EXPECT_NE(NodeInfoAction::getMergeRootNode(), main);
-  EXPECT_NE(NodeInfoAction::getTrimRootNode(), main);
+  EXPECT_NE(NodeInfoAction::getMergeRootNode(db), main);
+  EXPECT_NE(NodeInfoAction::getTrimRootNode(db), main);
 
-  UIInfoDB::defaultDB().getInfoTable(QLatin1String(NodeInfoAction::kMainTableName))->clear();
-  EXPECT_NE(NodeInfoAction::getRootNode(), main) << "an emptied table gets a fresh root";
+  db.dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
+  EXPECT_NE(NodeInfoAction::getRootNode(db), main) << "an emptied table gets a fresh root";
 }
 
 TEST_F(NodeTrees, TheRootInUseFollowsTheMergeCheckBox) {
-  EXPECT_EQ(NodeInfoAction::rootNode(), NodeInfoAction::getRootNode());
-  UIInfoDB::defaultDB().setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), true);
-  EXPECT_EQ(NodeInfoAction::rootNode(), NodeInfoAction::getMergeRootNode());
+  EXPECT_EQ(NodeInfoAction::rootNode(db), NodeInfoAction::getRootNode(db));
+  db.setChecked(QLatin1String(NodeInfoAction::kMergeCheckBoxName), true);
+  EXPECT_EQ(NodeInfoAction::rootNode(db), NodeInfoAction::getMergeRootNode(db));
 }
 
 TEST_F(NodeTrees, MergingSumsLengthsAndGivesTheSizeInKilobytes) {
@@ -112,12 +100,12 @@ TEST_F(NodeTrees, TheMergeTreeJoinsCopiesOfEveryFileOfTheList) {
     member->mediaFileInfo().setSize(1024);
     group->addChildNode(member);
   }
-  NodeInfoAction::getRootNode()->addChildNode(group);
+  NodeInfoAction::mainList(db).addChild(NodeInfoAction::getRootNode(db), group);
   addFile(QStringLiteral("last"), 3, 2048);
 
-  NodeInfoAction::createMergeTableNodeInfo();
+  NodeInfoAction::createMergeTableNodeInfo(db);
 
-  const NodeInfo::Ptr mergeRoot = NodeInfoAction::getMergeRootNode();
+  const NodeInfo::Ptr mergeRoot = NodeInfoAction::getMergeRootNode(db);
   ASSERT_EQ(mergeRoot->getChildNodeCount(), 1);
   const NodeInfo::Ptr merged = mergeRoot->getChildNodeAtIndex(0);
   EXPECT_EQ(merged->parentNode(), mergeRoot);
@@ -151,28 +139,28 @@ TEST_F(NodeTrees, RebuildingTheMergeTreeReplacesItAndATrimmedFirstItemBringsNoSe
   trimmed->addChildNode(segment);
   addFile(QStringLiteral("other"), 5, 0);
 
-  NodeInfoAction::createMergeTableNodeInfo();
-  NodeInfoAction::createMergeTableNodeInfo();
+  NodeInfoAction::createMergeTableNodeInfo(db);
+  NodeInfoAction::createMergeTableNodeInfo(db);
 
-  ASSERT_EQ(NodeInfoAction::getMergeRootNode()->getChildNodeCount(), 1);
-  const NodeInfo::Ptr merged = NodeInfoAction::getMergeRootNode()->getChildNodeAtIndex(0);
+  ASSERT_EQ(NodeInfoAction::getMergeRootNode(db)->getChildNodeCount(), 1);
+  const NodeInfo::Ptr merged = NodeInfoAction::getMergeRootNode(db)->getChildNodeAtIndex(0);
   EXPECT_EQ(names(merged->childNode()), QStringList({"trimmed", "other"}));
   EXPECT_EQ(names(merged->getChildNodeAtIndex(0)->childNode()), QStringList({"trimmed_segment01"}))
       << "a member keeps its own segments";
 }
 
 TEST_F(NodeTrees, AnEmptyListBuildsNoMergeTree) {
-  NodeInfoAction::createMergeTableNodeInfo();
-  EXPECT_EQ(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
+  NodeInfoAction::createMergeTableNodeInfo(db);
+  EXPECT_EQ(NodeInfoAction::getInfoTable(db, QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
 
   addFile(QStringLiteral("only"), 1, 1);
-  NodeInfoAction::createMergeTableNodeInfo();
-  NodeInfoAction::getRootNode()->removeAllChildNode();
-  NodeInfoAction::createMergeTableNodeInfo();
-  EXPECT_EQ(NodeInfoAction::getMergeRootNode()->getChildNodeCount(), 1) << "the previous tree stays";
+  NodeInfoAction::createMergeTableNodeInfo(db);
+  NodeInfoAction::mainList(db).removeAllChildren(NodeInfoAction::getRootNode(db));
+  NodeInfoAction::createMergeTableNodeInfo(db);
+  EXPECT_EQ(NodeInfoAction::getMergeRootNode(db)->getChildNodeCount(), 1) << "the previous tree stays";
 
-  NodeInfoAction::clearAllMergeNodeInfo();
-  EXPECT_EQ(NodeInfoAction::getInfoTable(QLatin1String(NodeInfoAction::kMergeTableName)), nullptr);
+  NodeInfoAction::clearAllMergeNodeInfo(db);
+  EXPECT_TRUE(NodeInfoAction::mergeTree(db).isEmpty());
 }
 
 TEST_F(NodeTrees, SameEffectGivesEachChildItsOwnCopy) {

@@ -24,8 +24,8 @@ class TagsOnImport : public testing::Test {
   void TearDown() override { modeltest::endWithEmptyList(); }
 
   NodeInfo::Ptr addOne(const QString& path) {
-    MainFormAction().addFile({path});
-    const NodeInfo::List items = NodeInfoAction::getRootNode()->childNode();
+    UIInfoDB db;
+    const NodeInfo::List items = modeltest::addToList(db, {path}, media.path(QStringLiteral("scratch")));
     EXPECT_EQ(items.size(), 1);
     return items.value(0);
   }

@@ -86,19 +86,30 @@ TEST_F(ConfigXml, AnUnusableOutputFolderFallsBackToTheDefault) {
   }
 }
 
-TEST_F(ConfigXml, WithoutAUserElementTheBuiltInValuesStay) {
-  writeConfig("<config><product><name>Named</name><buildver>9</buildver></product></config>");
-  UIAction::readInfoFromXml();
+TEST_F(ConfigXml, AFileLackingWhatIsReadIsRepairedKeepingEveryValueItHeld) {
+  QTemporaryDir output;
+  ASSERT_TRUE(output.isValid());
+  const QByteArray partial = QStringLiteral(
+                                 "<settings><product><name>Named</name></product><user><outputpath>%1</outputpath>"
+                                 "<photooutputformat>png</photooutputformat></user></settings>")
+                                 .arg(output.path())
+                                 .toUtf8();
+  for (const QByteArray& xml : {QByteArray("<config><product><name>Named</name></product></config>"), partial}) {
+    writeConfig(xml);
+    GlobalSettings::resetToDefaults();
+    UIAction::readInfoFromXml();
 
-  EXPECT_TRUE(DefOutputPath.isEmpty());
-  EXPECT_TRUE(kProfileName.isEmpty());
-  EXPECT_EQ(photoOutputFormat, QStringLiteral("jpg"));
-  EXPECT_EQ(defaults().stringForKey(QStringLiteral("appName")), QStringLiteral("Named"));
-  EXPECT_EQ(defaults().stringForKey(QStringLiteral("buildver")), QStringLiteral("9"));
-
-  kProfileName = QStringLiteral("ignored");
-  UIAction::saveInfoToXml();
-  EXPECT_FALSE(readConfig().contains("lastselectprofilename")) << "the writer never adds elements";
+    const bool keptFolder = xml == partial;
+    EXPECT_EQ(DefOutputPath, keptFolder ? output.path() : GlobalSettings::makerFolder()) << xml.toStdString();
+    EXPECT_EQ(photoOutputFormat, keptFolder ? QStringLiteral("png") : QStringLiteral("jpg"));
+    EXPECT_EQ(defaults().stringForKey(QStringLiteral("appName")), QStringLiteral("Named"));
+    const auto repaired = UIAction::readConfigXml();
+    ASSERT_TRUE(repaired);
+    EXPECT_EQ(repaired->documentElement().tagName(), QStringLiteral("config"));
+    for (const char* element : {"lastselectprofilename", "outputpath", "photooutputpath", "autoCheckForUpdates"}) {
+      EXPECT_TRUE(readConfig().contains(QByteArray("<") + element)) << element << " missing from the repaired file";
+    }
+  }
 }
 
 TEST_F(ConfigXml, ADamagedFileIsKeptAsideAndReplaced) {
@@ -112,7 +123,8 @@ TEST_F(ConfigXml, ADamagedFileIsKeptAsideAndReplaced) {
 }
 
 TEST_F(ConfigXml, TheLinkIdTakesTheVersionDigitsOnceAndIsNeverOverwritten) {
-  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")), QStringLiteral("xx-215"));
+  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")),
+            QStringLiteral("xx-215"));
   EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("version/version"), QStringLiteral("10.0")),
             QStringLiteral("100/100"));
 

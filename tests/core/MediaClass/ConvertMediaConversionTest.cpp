@@ -59,14 +59,14 @@ class Conversions : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     media = new modeltest::MediaFolder;
-    modeltest::clearLists();
     const QStringList paths{media->videoClip(QStringLiteral("movie.mp4"), 2),
                             media->videoClip(QStringLiteral("long.avi"), 60)};
-    files = new NodeInfo::List(modeltest::addToList(paths, media->path(QStringLiteral("scratch"))));
+    db = new UIInfoDB;
+    files = new NodeInfo::List(modeltest::addToList(*db, paths, media->path(QStringLiteral("scratch"))));
   }
   static void TearDownTestSuite() {
-    modeltest::clearLists();
     delete files;
+    delete db;
     delete media;
   }
   void SetUp() override {
@@ -92,6 +92,7 @@ class Conversions : public testing::Test {
 
   static modeltest::MediaFolder* media;
   static NodeInfo::List* files;
+  static inline UIInfoDB* db = nullptr;
   QTemporaryDir output;
   int ends = 0;
   bool endsOnMainThread = true;

@@ -42,15 +42,15 @@ class JobRecords : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     media = new modeltest::MediaFolder;
-    modeltest::clearLists();
     const QStringList paths{media->videoClip(QStringLiteral("movie.mp4"), 2),
                             media->videoClip(QStringLiteral("two voices.mkv"), 1, 2),
                             media->videoClip(QStringLiteral("silent.mov"), 1, 0)};
-    files = new NodeInfo::List(modeltest::addToList(paths, media->path(QStringLiteral("scratch"))));
+    db = new UIInfoDB;
+    files = new NodeInfo::List(modeltest::addToList(*db, paths, media->path(QStringLiteral("scratch"))));
   }
   static void TearDownTestSuite() {
-    modeltest::clearLists();
     delete files;
+    delete db;
     delete media;
   }
 
@@ -76,14 +76,15 @@ class JobRecords : public testing::Test {
 
   static modeltest::MediaFolder* media;
   static NodeInfo::List* files;
+  static inline UIInfoDB* db = nullptr;
   std::unique_ptr<ConvertMedia> job;
 };
 modeltest::MediaFolder* JobRecords::media = nullptr;
 NodeInfo::List* JobRecords::files = nullptr;
 
 TEST_F(JobRecords, AMergedNodeGivesOneRecordPerFileInChildOrder) {
-  NodeInfoAction::createMergeTableNodeInfo();
-  const NodeInfo::Ptr merged = NodeInfoAction::getMergeRootNode()->getChildNodeAtIndex(0);
+  NodeInfoAction::createMergeTableNodeInfo(*db);
+  const NodeInfo::Ptr merged = NodeInfoAction::getMergeRootNode(*db)->getChildNodeAtIndex(0);
   ASSERT_NE(merged, nullptr);
   ASSERT_EQ(merged->getChildNodeCount(), 3);
 

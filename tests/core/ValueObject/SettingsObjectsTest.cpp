@@ -2,6 +2,7 @@
 
 #include "ValueObject/MediaFileInfo.h"
 #include "ValueObject/ProfileSettingInfo.h"
+#include "ValueObject/SplitLimits.h"
 
 namespace {
 
@@ -74,6 +75,21 @@ TEST(MediaFileInfo, ACopySharesItsAudioStreamsButNotTheList) {
   copy.addAudioStream(std::make_shared<AudioStream>());
   EXPECT_EQ(source.arrAudioStream().size(), 1);
   EXPECT_EQ(copy.arrAudioStream().size(), 2);
+}
+
+TEST(SplitLimits, PiecesAreBoundByTheMinutesBegunAndOneClipASecond) {
+  struct Case {
+    int32_t seconds;
+    int32_t startedMinutes;
+  };
+  for (const Case& length : {Case{0, 0}, Case{1, 1}, Case{60, 1}, Case{61, 2}, Case{120, 2}, Case{630, 11}}) {
+    EXPECT_EQ(SplitLimits::startedMinutes(length.seconds), length.startedMinutes) << length.seconds;
+    EXPECT_EQ(SplitLimits::minutesRange(length.seconds).maximum, length.startedMinutes);
+  }
+  EXPECT_TRUE(SplitLimits::clipsRange(90).contains(90));
+  EXPECT_FALSE(SplitLimits::clipsRange(90).contains(91));
+  EXPECT_FALSE(SplitLimits::clipsRange(90).contains(0));
+  EXPECT_FALSE(SplitLimits::minutesRange(630).contains(0));
 }
 
 }  // namespace

@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "Action/MainFormAction.h"
-#include "Action/NodeInfoAction.h"
 #include "Action/ProfileAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
 #include "Profile/KMVProfileCatalog.h"
 #include "TestEnvironment.h"
-#include "ValueObject/UIInfoDB.h"
+#include "support/ConversionTestSupport.h"
 #include "videoconverter.h"
 
 namespace modeltest {
@@ -24,12 +23,16 @@ class AddedNodes : public MainFormActionDelegate {
 
 }  // namespace
 
-NodeInfo::List addToList(const QStringList& paths, const QString& scratchFolder) {
+NodeInfo::List addToList(UIInfoDB& db, const QStringList& paths, const QString& scratchFolder) {
   sysTmpPath = scratchFolder;
   videoImagePath = scratchFolder + QStringLiteral("/Images");
   VideoConverter_SetTempPath(scratchFolder.toUtf8().constData());
   AddedNodes added;
-  MainFormAction(&added).addFile(paths);
+  MainFormAction adding(db, &added);
+  bool finished = false;
+  QObject::connect(&adding, &MainFormAction::finished, [&finished] { finished = true; });
+  adding.addFile(paths);
+  EXPECT_TRUE(waitUntil([&finished] { return finished; })) << "adding did not finish";
   return added.nodes;
 }
 
@@ -43,23 +46,13 @@ ProfileSettingInfo shippedProfile(const QString& displayName) {
   return profile.value_or(ProfileSettingInfo());
 }
 
-void clearLists() {
-  for (const char* name : {NodeInfoAction::kMainTableName, NodeInfoAction::kMergeTableName}) {
-    UIInfoDB::defaultDB().dropInfoTable(QLatin1String(name));
-  }
-}
-
 void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder) {
   TestEnvironment::resetApplicationState();
-  UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
   sysTmpPath = scratchFolder;
   videoImagePath = scratchFolder + QStringLiteral("/Images");
   VideoConverter_SetTempPath(engineFolder.toUtf8().constData());
 }
 
-void endWithEmptyList() {
-  UIInfoDB::defaultDB().dropInfoTable(QLatin1String(NodeInfoAction::kMainTableName));
-  TestEnvironment::resetApplicationState();
-}
+void endWithEmptyList() { TestEnvironment::resetApplicationState(); }
 
 }  // namespace modeltest

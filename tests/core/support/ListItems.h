@@ -8,23 +8,22 @@
 
 #include "ValueObject/NodeInfo.h"
 #include "ValueObject/ProfileSettingInfo.h"
+#include "ValueObject/UIInfoDB.h"
 
 namespace modeltest {
 
-// Adds the files to the main list, with the scratch and thumbnail folders
-// inside `scratchFolder`; the nodes made, in order.
-NodeInfo::List addToList(const QStringList& paths, const QString& scratchFolder);
+// Adds the files to the main list of `db` and waits until they are read,
+// with the scratch and thumbnail folders inside `scratchFolder`; the nodes
+// made, in order.
+NodeInfo::List addToList(UIInfoDB& db, const QStringList& paths, const QString& scratchFolder);
 
 // The profile an item gets when the shipped catalogue's `displayName` is picked.
 ProfileSettingInfo shippedProfile(const QString& displayName);
 
-// Empties the main list and the merge tree.
-void clearLists();
-
-// A fresh application state with an empty main list: thumbnails go below
-// `scratchFolder`, the engine's scratch files into `engineFolder`.
+// A fresh application state: thumbnails go below `scratchFolder`, the
+// engine's scratch files into `engineFolder`.
 void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder);
-// Drops the main list and resets the application state again.
+// Resets the application state again.
 void endWithEmptyList();
 
 }  // namespace modeltest

@@ -1,0 +1,1 @@
+{title: 'x', sources: [{file: "/a.mp4", label: "1080p", width: 1920, height: 1080}, '/b.webm',], playlist: [{file: "c.flv", duration: "61"}], note: a + "b", /* c */ n: -1.5e3, u: undefined, s: "\u00e9\x41\/"}

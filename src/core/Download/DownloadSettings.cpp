@@ -1,0 +1,3 @@
+#include "DownloadSettings.h"
+
+int32_t qualityParam = 0;

@@ -1,0 +1,174 @@
+// The main window off screen: real files added through the pooled adding,
+// the list's model checked by Qt's own model tester while it changes, clicks
+// on the painted rows, renaming in place, and a real conversion shown in the
+// conversion list.
+#include <gtest/gtest.h>
+
+#include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "CommonClass/GlobalSettings.h"
+#include "RecordingAlertPresenter.h"
+#include "TestEnvironment.h"
+#include "main/ConversionRowDelegate.h"
+#include "main/MainWindow.h"
+#include "main/MediaItemDelegate.h"
+#include "support/GeneratedMedia.h"
+
+namespace {
+
+class MainWindowTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    media = new modeltest::MediaFolder;
+    for (const char* name : {"one.mp4", "two.mp4", "three.mp4"}) media->videoClip(QLatin1String(name), 1);
+  }
+  static void TearDownTestSuite() {
+    delete media;
+    media = nullptr;
+  }
+
+  void SetUp() override {
+    TestEnvironment::resetApplicationState();
+    PlatformServices::install(&alerts, nullptr, &workspace);
+    window = std::make_unique<MainWindow>(db);
+    window->startUp();
+    window->controller().setOutputFolder(media->path(QStringLiteral("out")));
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+  }
+  void TearDown() override {
+    window.reset();
+    PlatformServices::install(nullptr, nullptr, nullptr);
+    TestEnvironment::resetApplicationState();
+  }
+
+  void addClips(const QStringList& names) {
+    QStringList paths;
+    for (const QString& name : names) paths.append(media->path(name));
+    QSignalSpy finished(&window->controller(), &MainFormController::addingFinished);
+    window->addFiles(paths);
+    ASSERT_TRUE(finished.wait(30000));
+  }
+
+  QStringList rowNames() const {
+    QStringList names;
+    QAbstractItemModel* model = window->mediaList()->model();
+    for (int row = 0; row < model->rowCount(); ++row) names.append(model->index(row, 0).data().toString());
+    return names;
+  }
+
+  // Clicks the centre of a painted part of a row of the media list.
+  void clickPart(int row, MediaItemDelegate::Part part) {
+    QListView* list = window->mediaList();
+    auto* delegate = static_cast<MediaItemDelegate*>(list->itemDelegate());
+    const QRect rowRect = list->visualRect(list->model()->index(row, 0)).adjusted(4, 2, -4, -2);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, delegate->partRect(part, rowRect).center());
+  }
+
+  static modeltest::MediaFolder* media;
+  RecordingAlertPresenter alerts;
+  RecordingWorkspace workspace;
+  UIInfoDB db;
+  std::unique_ptr<MainWindow> window;
+};
+
+modeltest::MediaFolder* MainWindowTest::media = nullptr;
+
+QPushButton* buttonNamed(QWidget* window, const QString& text) {
+  for (QPushButton* button : window->findChildren<QPushButton*>()) {
+    if (button->text() == text) return button;
+  }
+  return nullptr;
+}
+
+TEST_F(MainWindowTest, TheListModelFollowsEveryChangeOfTheList) {
+  QAbstractItemModelTester tester(window->mediaList()->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+  QPushButton* convert = buttonNamed(window.get(), QStringLiteral("Convert"));
+  ASSERT_NE(convert, nullptr);
+  EXPECT_FALSE(convert->isEnabled()) << "nothing to convert yet";
+
+  addClips({"one.mp4", "two.mp4", "three.mp4"});
+  EXPECT_EQ(rowNames(), (QStringList{"one", "two", "three"}));
+  EXPECT_TRUE(convert->isEnabled());
+
+  clickPart(0, MediaItemDelegate::Part::MoveDown);
+  EXPECT_EQ(rowNames(), (QStringList{"two", "one", "three"}));
+  clickPart(2, MediaItemDelegate::Part::MoveUp);
+  EXPECT_EQ(rowNames(), (QStringList{"two", "three", "one"}));
+  clickPart(1, MediaItemDelegate::Part::Remove);
+  EXPECT_EQ(rowNames(), (QStringList{"two", "one"}));
+
+  const NodeInfo::Ptr first = window->controller().videoData().front();
+  const bool ticked = first->isSelected();
+  clickPart(0, MediaItemDelegate::Part::Check);
+  EXPECT_NE(first->isSelected(), ticked);
+  clickPart(0, MediaItemDelegate::Part::Check);
+
+  window->controller().mergeNode(window->controller().videoData());
+  EXPECT_EQ(rowNames(), QStringList{"Merge 1"});
+  window->controller().clearAllFile();
+  EXPECT_TRUE(rowNames().isEmpty());
+  EXPECT_FALSE(convert->isEnabled());
+}
+
+TEST_F(MainWindowTest, RenamingInPlaceKeepsTheRulesOfNames) {
+  addClips({"one.mp4"});
+  QListView* list = window->mediaList();
+  list->setCurrentIndex(list->model()->index(0, 0));
+
+  const auto rename = [&](const QString& typed) {
+    QTest::keyClick(list, Qt::Key_F2);
+    QLineEdit* editor = nullptr;
+    for (QLineEdit* open : list->findChildren<QLineEdit*>()) {
+      if (open->isVisible()) editor = open;
+    }
+    ASSERT_NE(editor, nullptr) << "F2 opens no editor";
+    editor->selectAll();
+    QTest::keyClicks(editor, typed);
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The view commits and closes the editor from the event loop.
+    QCoreApplication::processEvents();
+  };
+  rename(QStringLiteral("holiday?"));
+  EXPECT_EQ(rowNames(), QStringList{"one"});
+  ASSERT_EQ(alerts.alerts.size(), 1u);
+  EXPECT_EQ(alerts.alerts[0].informativeText, QStringLiteral("Contains invalid character."));
+
+  rename(QStringLiteral("  holiday 2024 "));
+  EXPECT_EQ(rowNames(), QStringList{"holiday 2024"});
+  EXPECT_EQ(window->controller().videoData().front()->outputFilename(), QStringLiteral("holiday 2024"));
+}
+
+TEST_F(MainWindowTest, AConversionShowsItsRowsThenReturnsToTheList) {
+  addClips({"one.mp4", "two.mp4"});
+  QSignalSpy states(&window->controller(), &MainFormController::windowStateChanged);
+  QTest::mouseClick(buttonNamed(window.get(), QStringLiteral("Convert")), Qt::LeftButton);
+  ASSERT_TRUE(window->controller().isConverting());
+  EXPECT_TRUE(window->conversionList()->isVisible());
+  EXPECT_FALSE(window->mediaList()->isVisible());
+  EXPECT_EQ(window->conversionList()->model()->rowCount(), 2);
+
+  while (window->controller().isConverting()) ASSERT_TRUE(states.wait(60000));
+  EXPECT_TRUE(window->mediaList()->isVisible());
+  ASSERT_FALSE(alerts.alerts.empty());
+  EXPECT_EQ(alerts.alerts.back().informativeText, QStringLiteral("Conversion complete!"));
+  EXPECT_EQ(workspace.revealed, QStringList{media->path(QStringLiteral("out"))});
+  QAbstractItemModel* rows = window->conversionList()->model();
+  for (int row = 0; row < rows->rowCount(); ++row) {
+    EXPECT_TRUE(rows->index(row, 0).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("Finished in")))
+        << row;
+  }
+  // Where screenshots are asked for, the window is kept as a picture.
+  if (const QString folder = qEnvironmentVariable("VC_SCREENSHOT_DIR"); !folder.isEmpty()) {
+    window->grab().save(folder + QStringLiteral("/main-window.png"));
+    window->conversionList()->resize(window->mediaList()->size());
+    window->conversionList()->grab().save(folder + QStringLiteral("/conversion-list.png"));
+  }
+}
+
+}  // namespace
