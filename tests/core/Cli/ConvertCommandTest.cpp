@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QProcess>
@@ -46,8 +47,9 @@ TEST_F(ConvertCommand, EditsGivenAsOptionsReachTheOutput) {
       << result.standardOutput.toStdString();
   // The summary: the output with its size and length.
   const QString written = output.filePath(QStringLiteral("clip.mp4"));
-  EXPECT_TRUE(result.standardOutput.contains(QRegularExpression(
-      "\\n  " + QRegularExpression::escape(written) + "  [0-9.]+ [kM]?B  00:00:0[12]\\n1 converted, 0 failed, 0 cancelled.")))
+  EXPECT_TRUE(result.standardOutput.contains(
+      QRegularExpression("\\n  " + QRegularExpression::escape(written) +
+                         "  [0-9.]+ [kM]?B  00:00:0[12]\\n1 converted, 0 failed, 0 cancelled.")))
       << result.standardOutput.toStdString();
   const QJsonObject probe = probeOutput(QStringLiteral("clip.mp4"));
   EXPECT_EQ(modeltest::ffprobeVideoField(probe, QStringLiteral("width")), 160);
@@ -116,6 +118,32 @@ TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConvert
   EXPECT_TRUE(loud.errorOutput.contains(QStringLiteral("--volume takes a whole number from 0 to 400, not '500'")));
   EXPECT_EQ(convert({"clip.mp4", "--profile", "No Such Profile"}).exitCode, 2);
   EXPECT_EQ(convert({"clip.mp4", "--merge", "--split-minutes", "1"}).exitCode, 2);
+}
+
+TEST_F(ConvertCommand, ACutFileIsConvertedAsFarAsItGoesWithTheWarningBesideItsOutput) {
+  // Ten seconds with the index in front, cut to 40 %: the index still lists all ten.
+  const QString whole = media->path(QStringLiteral("ten-seconds.mp4"));
+  ASSERT_EQ(modeltest::runFfmpeg({"-f", "lavfi", "-i", "testsrc=size=320x240:rate=25:duration=10", "-f", "lavfi", "-i",
+                                  "sine=sample_rate=44100:duration=10", "-pix_fmt", "yuv420p", "-movflags",
+                                  "+faststart", whole}),
+            QString());
+  QFile source(whole);
+  ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+  const QByteArray bytes = source.readAll();
+  media->writeFile(QStringLiteral("cut.mp4"), bytes.left(bytes.size() * 4 / 10));
+
+  const ProgramResult cut = convert({"cut.mp4"});
+  ASSERT_EQ(cut.exitCode, 0) << cut.errorOutput.toStdString();
+  EXPECT_TRUE(cut.errorOutput.contains(QStringLiteral("Warning: cut.mp4: The input ends at ")))
+      << cut.errorOutput.toStdString();
+  static const QRegularExpression besideOutput(
+      QStringLiteral("cut\\.mp4 .*\\(warning: The input ends at 00:00:0(\\d) of 00:00:10\\)"));
+  const QRegularExpressionMatch warning = besideOutput.match(cut.standardOutput);
+  ASSERT_TRUE(warning.hasMatch()) << cut.standardOutput.toStdString();
+  const double endsAt = warning.captured(1).toDouble();
+  const double length = modeltest::ffprobeDuration(probeOutput(QStringLiteral("cut.mp4")));
+  EXPECT_GE(length, endsAt);
+  EXPECT_LT(length, endsAt + 1.1);
 }
 
 TEST_F(ConvertCommand, ACoverIntoWindowsMediaIsConvertedOnlyWhenYesIsGiven) {
