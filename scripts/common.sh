@@ -32,24 +32,30 @@ install_packages() {
   "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# Configures once and builds with every core; the compiler's output goes to
-# build.log and is shown only when the build fails.
-build_project() {
-  local generator=()
-  command -v ninja >/dev/null && generator=(-G Ninja)
-  mkdir -p "$VC_BUILD"
-  local log="$VC_BUILD/build.log"
-  if [ ! -f "$VC_BUILD/CMakeCache.txt" ]; then
-    step "Configure: $VC_BUILD"
-    if ! cmake -S "$VC_ROOT" -B "$VC_BUILD" "${generator[@]}" -DCMAKE_BUILD_TYPE=Release >"$log" 2>&1; then
+# Configures a build folder once with the given CMake settings and builds it
+# with every core; the compiler's output goes to build.log in that folder and
+# is shown only when the build fails.
+configure_and_build() {
+  local dir="$1"
+  shift
+  local settings=()
+  command -v ninja >/dev/null && settings=(-G Ninja)
+  command -v ccache >/dev/null && settings+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  mkdir -p "$dir"
+  local log="$dir/build.log"
+  if [ ! -f "$dir/CMakeCache.txt" ]; then
+    step "Configure: $dir"
+    if ! cmake -S "$VC_ROOT" -B "$dir" "${settings[@]}" "$@" >"$log" 2>&1; then
       tail -n 40 "$log"
       return 1
     fi
   fi
   step "Build: $(nproc) jobs (log: $log)"
-  if ! cmake --build "$VC_BUILD" --parallel "$(nproc)" >"$log" 2>&1; then
+  if ! cmake --build "$dir" --parallel "$(nproc)" >"$log" 2>&1; then
     grep -E 'error|FAILED' "$log" | head -n 40
     step "Build failed; the whole log is in $log"
     return 1
   fi
 }
+
+build_project() { configure_and_build "$VC_BUILD" -DCMAKE_BUILD_TYPE=Release; }

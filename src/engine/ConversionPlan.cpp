@@ -59,37 +59,18 @@ bool openEncoders(ConversionPlan& plan, const OutputParam& output, std::string& 
   return true;
 }
 
-// Each input gets the frames and samples between the rounded start and end
-// of its part of the output, so that rounding never adds up over many inputs.
-void layOutTimeline(ConversionPlan& plan) {
-  const AVCodecContext* video = plan.videoEncoder.get();
-  const AVCodecContext* audio = plan.audioEncoder.get();
-  auto frames = [&](int64_t us) { return av_rescale_q(us, AV_TIME_BASE_Q, video->time_base); };
-  auto samples = [&](int64_t us) { return av_rescale(us, audio->sample_rate, AV_TIME_BASE); };
-  int64_t startUs = 0;
-  for (auto& input : plan.inputs) {
-    const int64_t endUs = startUs + input->lengthUs;
-    if (video != nullptr) {
-      input->videoCanvas = {video->width, video->height, video->framerate, video->pix_fmt,
-                            frames(endUs) - frames(startUs)};
-    }
-    if (audio != nullptr) {
-      input->audioCanvas = {audio->sample_rate, audio->sample_fmt, audio->ch_layout, samples(endUs) - samples(startUs)};
-    }
-    startUs = endUs;
-  }
-  plan.durationUs = startUs;
-}
-
-bool planPictures(ConversionPlan& plan, std::string& error) {
+// The watermark's picture is made once, at the size it takes on the canvas.
+bool planWatermarks(ConversionPlan& plan, std::string& error) {
   if (plan.videoEncoder == nullptr) return true;
-  for (auto& input : plan.inputs) {
-    if (input->videoStream < 0) continue;
-    input->videoFilters = VideoFilterChain::forInput(*input->item, input->geometry, input->videoCanvas);
-    if (!input->videoFilters.watermarkArea) continue;
-    input->watermark = WatermarkImage::make(input->item->m_watermarkInfo, *input->videoFilters.watermarkArea,
-                                            input->videoFilters.layout.verticalScale(), error);
-    if (input->watermark == nullptr) return false;
+  for (std::size_t index = 0; index < plan.inputs.size(); ++index) {
+    InputPlan& input = *plan.inputs[index];
+    if (input.videoStream < 0) continue;
+    const VideoFilterPlan filters =
+        VideoFilterChain::forInput(*input.item, input.geometry, plan.videoCanvas(index, input.lengthUs));
+    if (!filters.watermarkArea) continue;
+    input.watermark = WatermarkImage::make(input.item->m_watermarkInfo, *filters.watermarkArea,
+                                           filters.layout.verticalScale(), error);
+    if (input.watermark == nullptr) return false;
   }
   return true;
 }
@@ -138,9 +119,31 @@ std::unique_ptr<ConversionPlan> ConversionPlan::make(const std::vector<MediaItem
     plan->inputs.push_back(std::move(input));
   }
   if (!openEncoders(*plan, output, error)) return nullptr;
-  layOutTimeline(*plan);
-  if (writesOverAnInput(*plan, error) || !planPictures(*plan, error)) return nullptr;
+  for (const auto& input : plan->inputs) plan->durationUs += input->lengthUs;
+  if (writesOverAnInput(*plan, error) || !planWatermarks(*plan, error)) return nullptr;
   return plan;
+}
+
+int64_t ConversionPlan::partStartUs(std::size_t index) const {
+  int64_t startUs = 0;
+  for (std::size_t before = 0; before < index && before < inputs.size(); ++before) {
+    startUs += inputs[before]->partLengthUs();
+  }
+  return startUs;
+}
+
+VideoCanvas ConversionPlan::videoCanvas(std::size_t index, int64_t lengthUs) const {
+  const AVCodecContext& video = *videoEncoder;
+  auto frames = [&](int64_t us) { return av_rescale_q(us, AV_TIME_BASE_Q, video.time_base); };
+  const int64_t startUs = partStartUs(index);
+  return {video.width, video.height, video.framerate, video.pix_fmt, frames(startUs + lengthUs) - frames(startUs)};
+}
+
+AudioCanvas ConversionPlan::audioCanvas(std::size_t index, int64_t lengthUs) const {
+  const AVCodecContext& audio = *audioEncoder;
+  auto samples = [&](int64_t us) { return av_rescale(us, audio.sample_rate, AV_TIME_BASE); };
+  const int64_t startUs = partStartUs(index);
+  return {audio.sample_rate, audio.sample_fmt, audio.ch_layout, samples(startUs + lengthUs) - samples(startUs)};
 }
 
 }  // namespace engine

@@ -9,14 +9,16 @@ bool filterOneInput(StageQueue& decoded, const std::string& path, PipelineContro
   std::unique_ptr<FilterGraph> graph;
   bool graphHasInput = false;
   bool graphEnded = false;
+  bool inputEnded = false;
   FramePtr filtered(av_frame_alloc());
   // Hands on whatever the graph has ready.
   auto drain = [&] {
     int result = 0;
     while ((result = graph->receive(filtered.get())) >= 0) {
-      const bool taken = take(*filtered);
+      const Taken taken = take(*filtered, inputEnded);
       av_frame_unref(filtered.get());
-      if (!taken) return false;
+      if (taken == Taken::kStopped) return false;
+      if (taken == Taken::kHaveEnough) return true;
     }
     graphEnded = result == AVERROR_EOF;
     if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return true;
@@ -35,6 +37,7 @@ bool filterOneInput(StageQueue& decoded, const std::string& path, PipelineContro
     }
     if (item->frame == nullptr) {
       // With its input ended (a graph making its own frames has none) the graph runs to its own end.
+      inputEnded = true;
       if (graphHasInput) graph->send(0, nullptr);
       return drain();
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <initializer_list>
 
 #include "RecordText.h"
 
@@ -26,6 +27,21 @@ int64_t durationOf(const AVFormatContext& format, const MediaItem& item) {
   if (format.duration != AV_NOPTS_VALUE && format.duration > 0) return format.duration;
   const int64_t probedUs = item.m_Info.m_Duration;
   return std::max<int64_t>(0, probedUs);
+}
+
+// Where the longest of the streams taken claims to end, from the start of
+// the file; the file's duration when none says.
+int64_t streamsEndUs(const AVFormatContext& format, std::initializer_list<int> streams, int64_t fileStartUs,
+                     int64_t durationUs) {
+  int64_t end = -1;
+  for (const int index : streams) {
+    if (index < 0) continue;
+    const AVStream& stream = *format.streams[index];
+    if (stream.duration == AV_NOPTS_VALUE || stream.duration <= 0) return durationUs;
+    const int64_t start = stream.start_time != AV_NOPTS_VALUE ? stream.start_time : 0;
+    end = std::max(end, av_rescale_q(start + stream.duration, stream.time_base, AV_TIME_BASE_Q) - fileStartUs);
+  }
+  return end >= 0 ? end : durationUs;
 }
 
 // The picture stream a player would show; cover pictures and streams without a decoder do not count.
@@ -78,6 +94,9 @@ std::unique_ptr<InputPlan> InputPlan::open(const MediaItem& item, bool outputMay
   input->startUs = std::clamp<int64_t>(trimStartUs, 0, durationUs);
   const int64_t endUs = trimEndUs > 0 ? std::min(trimEndUs, durationUs) : durationUs;
   input->lengthUs = endUs - input->startUs;
+  const int64_t streamsEnd =
+      streamsEndUs(format, {input->videoStream, input->audioStream}, input->fileStartUs, durationUs);
+  input->streamsLengthUs = std::clamp<int64_t>(streamsEnd - input->startUs, 0, input->lengthUs);
   if (input->lengthUs <= 0) {
     error = "the part of " + input->path + " to convert is empty (the file lasts " + std::to_string(durationUs / 1000) +
             " ms)";

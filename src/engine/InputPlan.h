@@ -4,13 +4,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "AudioFilterChain.h"
 #include "DisplayGeometry.h"
 #include "FFmpegPointers.h"
 #include "InputFile.h"
-#include "VideoFilterChain.h"
 #include "videoconverter.h"
 
 namespace engine {
@@ -24,11 +23,18 @@ struct InputPlan {
   DisplayGeometry geometry;
   int64_t fileStartUs = 0;
   int64_t startUs = 0;   // trim start, from the start of the file
-  int64_t lengthUs = 0;  // length of the trimmed part
-  VideoCanvas videoCanvas;
-  AudioCanvas audioCanvas;
-  VideoFilterPlan videoFilters;
-  FramePtr watermark;  // set when videoFilters has a watermark area
+  int64_t lengthUs = 0;  // length of the trimmed part, as the file claims it
+  // How much of the trimmed part the streams taken claim to fill: less than
+  // lengthUs when another stream of the file lasts longer.
+  int64_t streamsLengthUs = 0;
+  // Set by the reader once the input has been read, when what it could
+  // decode ends clearly before streamsLengthUs (a file cut short or damaged,
+  // or one that claims more than it holds): the length decoded. The input's
+  // part of the output then lasts only that long.
+  std::optional<int64_t> shortLengthUs;
+  FramePtr watermark;  // the picture laid over this input's pictures, if any
+
+  int64_t partLengthUs() const { return shortLengthUs.value_or(lengthUs); }
 
   // Opens the input of a record and finds what the output can take from it:
   // its pictures unless the output or the record is sound only, the chosen

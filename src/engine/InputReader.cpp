@@ -1,8 +1,10 @@
 #include "InputReader.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "EngineLog.h"
+#include "OutcomeText.h"
 #include "StreamDecoder.h"
 
 extern "C" {
@@ -11,6 +13,10 @@ extern "C" {
 
 namespace engine {
 namespace {
+
+// Containers and streams disagree about lengths by a few frames; an input
+// that ends further than this before its claim ended early.
+constexpr int64_t kShortfallToleranceUs = 500'000;
 
 int stopRequested(void* control) { return static_cast<PipelineControl*>(control)->stopped() ? 1 : 0; }
 
@@ -22,6 +28,10 @@ class TrimmedFeed {
   virtual ~TrimmedFeed() = default;
 
   bool done() const { return done_; }
+  // The end of the furthest frame decoded up to the end of the trimmed part,
+  // from its start: negative while every frame lay before it, nothing while
+  // no frame was decoded.
+  std::optional<int64_t> reachedUs() const { return reachedUs_; }
   // False once the queue is closed.
   virtual bool take(FramePtr frame) = 0;
   // Passes on what is held back and marks the end of the input.
@@ -35,10 +45,12 @@ class TrimmedFeed {
     lastTimeUs_ = av_rescale_q(stamp, timeBase_, AV_TIME_BASE_Q) - input_.fileStartUs - input_.startUs;
     return lastTimeUs_;
   }
+  void reached(int64_t endUs) { reachedUs_ = std::max(reachedUs_.value_or(endUs), endUs); }
   bool pass(FramePtr frame) {
     ++passed_;
     return queue_.push({index_, std::move(frame)});
   }
+  int64_t durationUs(int64_t duration) const { return av_rescale_q(duration, timeBase_, AV_TIME_BASE_Q); }
 
   const InputPlan& input_;
   const std::size_t index_;
@@ -49,6 +61,7 @@ class TrimmedFeed {
   const AVRational timeBase_;
   StageQueue& queue_;
   int64_t lastTimeUs_ = 0;
+  std::optional<int64_t> reachedUs_;
 };
 
 // The picture shown at the trim start may begin a little before it: the last
@@ -63,6 +76,7 @@ class PictureFeed : public TrimmedFeed {
       done_ = true;
       return true;
     }
+    reached(timeUs + durationUs(frame->pkt_duration));
     if (timeUs < 0) {
       if (passed_ == 0) earlier_ = std::move(frame);
       return true;
@@ -100,7 +114,9 @@ class SoundFeed : public TrimmedFeed {
       done_ = true;
       return true;
     }
-    if (timeUs + av_rescale(frame->nb_samples, AV_TIME_BASE, frame->sample_rate) <= 0) return true;
+    const int64_t endUs = timeUs + av_rescale(frame->nb_samples, AV_TIME_BASE, frame->sample_rate);
+    reached(endUs);
+    if (endUs <= 0) return true;
     // Filters need to know where each channel goes; an unlabelled layout gets the usual one.
     if (frame->ch_layout.order == AV_CHANNEL_ORDER_UNSPEC) {
       const int channels = frame->ch_layout.nb_channels;
@@ -125,6 +141,32 @@ struct StreamReading {
 bool endInput(std::size_t index, StreamReading& reading, StageQueue* queue) {
   if (queue == nullptr) return true;
   return reading.feed != nullptr ? reading.feed->finish() : queue->push({index, nullptr});
+}
+
+// Notes in the input's plan when its data ended clearly before its streams
+// claim to. False, saying why, when nothing of the trimmed part decoded; an
+// input without a stream the output takes has nothing to judge.
+bool noteWhereTheDataEnds(InputPlan& input, const StreamReading& pictures, const StreamReading& sound,
+                          std::string& error) {
+  if (pictures.feed == nullptr && sound.feed == nullptr) return true;
+  std::optional<int64_t> reachedUs;
+  for (const StreamReading* reading : {&pictures, &sound}) {
+    if (reading->feed == nullptr) continue;
+    const std::optional<int64_t> streamReachedUs = reading->feed->reachedUs();
+    if (!streamReachedUs) continue;
+    reachedUs = std::max(reachedUs.value_or(*streamReachedUs), *streamReachedUs);
+  }
+  if (!reachedUs) {
+    error = "nothing could be decoded from " + input.path;
+    return false;
+  }
+  if (*reachedUs <= 0) {
+    error = input.path + " ends at " + clockText(input.startUs + *reachedUs) +
+            ", before the part to convert, which starts at " + clockText(input.startUs);
+    return false;
+  }
+  if (*reachedUs < input.streamsLengthUs - kShortfallToleranceUs) input.shortLengthUs = *reachedUs;
+  return true;
 }
 
 }  // namespace
@@ -195,6 +237,10 @@ bool InputReader::read(std::size_t index) {
   }
   if (pictures.feed != nullptr && static_cast<PictureFeed&>(*pictures.feed).decodedNothing()) {
     control_.fail("no picture could be decoded from " + input.path);
+    return false;
+  }
+  if (!noteWhereTheDataEnds(input, pictures, sound, error)) {
+    control_.fail(error);
     return false;
   }
   input.file.reset();

@@ -1,6 +1,9 @@
 // The first thread of a conversion: reads and decodes the inputs one after
 // another and passes on the frames of each input's trimmed part, timed from
-// the start of that part (pictures in microseconds, sound in samples).
+// the start of that part (pictures in microseconds, sound in samples). Before
+// it marks an input's end it notes in the plan when the input ended clearly
+// before its claim, so that the part is no longer than what was decoded, and
+// it fails the conversion when nothing of the part could be decoded.
 #pragma once
 
 #include <cstddef>

@@ -7,12 +7,13 @@ namespace {
 
 constexpr AVRational kMicroseconds{1, 1000000};
 
-std::unique_ptr<FilterGraph> graphFor(const InputPlan& input, const AVFrame* firstFrame, std::string& error) {
-  if (firstFrame == nullptr)
-    return FilterGraph::create(AVMEDIA_TYPE_VIDEO, VideoFilterChain::blank(input.videoCanvas), {}, error);
+std::unique_ptr<FilterGraph> graphFor(const InputPlan& input, const VideoCanvas& canvas, const AVFrame* firstFrame,
+                                      std::string& error) {
+  if (firstFrame == nullptr) return FilterGraph::create(AVMEDIA_TYPE_VIDEO, VideoFilterChain::blank(canvas), {}, error);
   std::vector<FilterInput> pads{{"in", videoSourceArguments(*firstFrame, kMicroseconds)}};
   if (input.watermark != nullptr) pads.push_back({"wm", videoSourceArguments(*input.watermark, kMicroseconds)});
-  auto graph = FilterGraph::create(AVMEDIA_TYPE_VIDEO, input.videoFilters.description, pads, error);
+  const std::string description = VideoFilterChain::forInput(*input.item, input.geometry, canvas).description;
+  auto graph = FilterGraph::create(AVMEDIA_TYPE_VIDEO, description, pads, error);
   // The watermark is one still picture, shown for as long as the video lasts.
   if (graph != nullptr && input.watermark != nullptr) {
     input.watermark->pts = 0;
@@ -35,11 +36,17 @@ void PictureFilterStage::run() {
 
 bool PictureFilterStage::filterInput(std::size_t index) {
   const InputPlan& input = *plan_.inputs[index];
+  const VideoCanvas canvas = plan_.videoCanvas(index, input.lengthUs);
+  int64_t taken = 0;
   return filterOneInput(
       decoded_, input.path, control_,
-      [&](const AVFrame* firstFrame, std::string& error) { return graphFor(input, firstFrame, error); },
-      [&](AVFrame& frame) {
-        return filtered_.push({index, FramePtr(av_frame_clone(&frame))});
+      [&](const AVFrame* firstFrame, std::string& error) { return graphFor(input, canvas, firstFrame, error); },
+      [&](AVFrame& frame, bool inputEnded) {
+        if (inputEnded && taken >= plan_.videoCanvas(index, input.partLengthUs()).frameCount) {
+          return Taken::kHaveEnough;
+        }
+        ++taken;
+        return filtered_.push({index, FramePtr(av_frame_clone(&frame))}) ? Taken::kWantMore : Taken::kStopped;
       });
 }
 

@@ -1,5 +1,7 @@
 #include "SoundStage.h"
 
+#include <algorithm>
+
 #include "InputFiltering.h"
 
 extern "C" {
@@ -91,19 +93,27 @@ void SoundStage::run() {
 
 bool SoundStage::filterInput(std::size_t index, SampleQueue& samples) {
   const InputPlan& input = *plan_.inputs[index];
+  const AudioCanvas canvas = plan_.audioCanvas(index, input.lengthUs);
   auto makeGraph = [&](const AVFrame* firstFrame, std::string& error) {
     if (firstFrame == nullptr) {
-      return FilterGraph::create(AVMEDIA_TYPE_AUDIO, AudioFilterChain::silence(input.audioCanvas), {}, error);
+      return FilterGraph::create(AVMEDIA_TYPE_AUDIO, AudioFilterChain::silence(canvas), {}, error);
     }
     const std::string source = audioSourceArguments(*firstFrame, {1, firstFrame->sample_rate});
-    return FilterGraph::create(AVMEDIA_TYPE_AUDIO, AudioFilterChain::forInput(*input.item, input.audioCanvas),
-                               {{"in", source}}, error);
+    return FilterGraph::create(AVMEDIA_TYPE_AUDIO, AudioFilterChain::forInput(*input.item, canvas), {{"in", source}},
+                               error);
   };
-  return filterOneInput(decoded_, input.path, control_, makeGraph, [&](AVFrame& frame) {
+  int64_t taken = 0;
+  return filterOneInput(decoded_, input.path, control_, makeGraph, [&](AVFrame& frame, bool inputEnded) {
+    if (inputEnded) {
+      const int64_t room = plan_.audioCanvas(index, input.partLengthUs()).sampleCount - taken;
+      if (room <= 0) return Taken::kHaveEnough;
+      frame.nb_samples = static_cast<int>(std::min<int64_t>(frame.nb_samples, room));
+    }
+    taken += frame.nb_samples;
     std::string error;
-    if (samples.add(frame, error)) return true;
+    if (samples.add(frame, error)) return Taken::kWantMore;
     control_.fail(error);
-    return false;
+    return Taken::kStopped;
   });
 }
 

@@ -124,7 +124,11 @@ ConversionResult Transcoder::convert() {
     result.outcome = ConversionResult::Outcome::kAborted;
     result.reason = stoppedReason(progressUs_, durationUs_);
   } else {
+    // Inputs that ended early made the output shorter than planned.
+    durationUs_ = plan->partStartUs(plan->inputs.size());
     progressUs_ = durationUs_.load();
+    result.reason = shortInputsWarning(*plan);
+    if (!result.reason.empty()) result.outcome = ConversionResult::Outcome::kFinishedWithWarning;
   }
   result.writtenUs = progressUs_;
   return result;

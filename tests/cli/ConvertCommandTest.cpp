@@ -107,6 +107,27 @@ TEST_F(ConvertCommand, BadInputFailsWithTheReasonAndTheOtherFilesAreStillConvert
   EXPECT_EQ(convert({"clip.mp4", "--merge", "--split-minutes", "1"}).exitCode, 2);
 }
 
+TEST_F(ConvertCommand, ACutFileIsConvertedAsFarAsItGoesWithTheWarningBesideItsOutput) {
+  // Ten seconds with the index in front, cut to 40 %: the index still lists all ten.
+  const QByteArray whole = media.read(testmedia::made(
+      QStringLiteral("ten-seconds.mp4"),
+      testmedia::picture(10) + testmedia::tone(10) + QStringList{"-pix_fmt", "yuv420p", "-movflags", "+faststart"}));
+  media.write(QStringLiteral("cut.mp4"), whole.left(whole.size() * 4 / 10));
+
+  const ProgramResult cut = convert({"cut.mp4"});
+  ASSERT_EQ(cut.exitCode, 0) << cut.errorOutput.toStdString();
+  EXPECT_TRUE(cut.errorOutput.contains(QStringLiteral("Warning: cut.mp4: The input ends at ")))
+      << cut.errorOutput.toStdString();
+  static const QRegularExpression besideOutput(
+      QStringLiteral("cut\\.mp4 .*\\(warning: The input ends at 00:00:0(\\d) of 00:00:10\\)"));
+  const QRegularExpressionMatch warning = besideOutput.match(cut.standardOutput);
+  ASSERT_TRUE(warning.hasMatch()) << cut.standardOutput.toStdString();
+  const double endsAt = warning.captured(1).toDouble();
+  const double length = testmedia::duration(output.path(QStringLiteral("cut.mp4")));
+  EXPECT_GE(length, endsAt);
+  EXPECT_LT(length, endsAt + 1.1);
+}
+
 TEST_F(ConvertCommand, ACoverIntoWindowsMediaIsConvertedOnlyWhenYesIsGiven) {
   media.tagged(QStringLiteral("covered.mp3"), {"title=Song"}, "png");
 

@@ -10,6 +10,7 @@
 #include <mutex>
 
 #include "ConversionFixtures.h"
+#include "TestMedia.h"
 
 namespace enginetest {
 namespace {
@@ -154,6 +155,21 @@ TEST_F(ConversionApi, TwoConversionsOneAfterTheOtherTellTheFilesTheyKept) {
   }
   EXPECT_EQ(endsSinceStart(), 2);
   EXPECT_TRUE(outputTemporaries().empty());
+}
+
+TEST_F(ConversionApi, ACutInputEndsWithAWarningAndTheLengthItReallyHas) {
+  const std::string cut = firstBytesOf(tenSeconds(), 0.4, "cut-api.mp4");
+  const std::string output = outputPath("from-cut.mp4");
+  ASSERT_EQ(start(recordFor(cut), outputFor(output, "mp4", "libx264", "aac")), 0);
+  ASSERT_TRUE(waitForEndsSinceStart(1));
+  const ConvertOutcome outcome = outcomeAtTheEnd();
+  EXPECT_EQ(outcome.m_Outcome, VC_OUTCOME_WARNING);
+  EXPECT_EQ(std::string(outcome.m_Reason).find("The input ends at 00:00:0"), 0u) << outcome.m_Reason;
+  // Progress reaches the end of what the output really holds.
+  EXPECT_LT(VideoConverter_GetDuration(), 5'000'000);
+  EXPECT_EQ(VideoConverter_GetCurrentTime(), VideoConverter_GetDuration());
+  EXPECT_EQ(outcome.m_WrittenUs, VideoConverter_GetDuration());
+  EXPECT_EQ(outcome.m_FirstFile, output);
 }
 
 TEST_F(ConversionApi, AFailureEndsWithOneCallbackAndNoOutput) {

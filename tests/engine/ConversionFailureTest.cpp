@@ -71,6 +71,11 @@ TEST(ConversionFailure, RefusedSettingsAreExplained) {
   pastTheEnd.m_MediaStartPos = 5'000'000;
   const OutputParam output = outputFor(outputPath("empty-part.mp4"), "mp4", "libx264", "aac");
   expectCleanFailure(convert({pastTheEnd}, output), "empty", output);
+
+  // Within what the index of a cut file lists, but past the data it holds.
+  MediaItem pastTheData = recordFor(firstBytesOf(tenSeconds(), 0.4, "cut.mp4"));
+  pastTheData.m_MediaStartPos = 6'000'000;
+  expectCleanFailure(convert({pastTheData}, output), "before the part to convert, which starts at 00:00:06", output);
 }
 
 TEST(ConversionFailure, AnOutputThatWouldOverwriteItsInputIsRefused) {

@@ -56,7 +56,8 @@ MediaItem recordFor(const std::string& path) {
   item.m_cropW = item.m_Info.m_Width;
   item.m_cropH = item.m_Info.m_Height;
   item.m_AudioDisable = item.m_Info.m_AudioSteamCnt > 0 ? 0 : 1;
-  item.m_audioStreamIndex = std::max(0, item.m_Info.m_defaultAudioStream);
+  const int32_t defaultStream = item.m_Info.m_defaultAudioStream;  // a packed field binds to no reference
+  item.m_audioStreamIndex = std::max(0, defaultStream);
   item.m_volume = 256;
   item.m_bEnableHwaccel = 1;
   return item;

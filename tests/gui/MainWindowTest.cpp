@@ -21,16 +21,6 @@
 
 namespace {
 
-class RecordingWorkspace : public Workspace {
- public:
-  bool revealInFileViewer(const QString& path) override {
-    revealed.append(path);
-    return true;
-  }
-  bool openAddress(const QString&) override { return true; }
-  QStringList revealed;
-};
-
 class MainWindowTest : public testing::Test {
  protected:
   void SetUp() override {

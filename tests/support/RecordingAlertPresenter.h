@@ -1,5 +1,5 @@
 // An AlertPresenter that records every alert and answers questions with a
-// chosen button.
+// chosen button, and a Workspace that records what it was asked to open.
 #pragma once
 
 #include <QString>
@@ -27,6 +27,21 @@ class RecordingAlertPresenter : public AlertPresenter {
 
   std::vector<Alert> alerts;
   int answer = 0;  // index of the button questions get
+};
+
+// A desktop that records what it was asked to reveal and opens nothing.
+class RecordingWorkspace : public Workspace {
+ public:
+  bool revealInFileViewer(const QString& path) override {
+    revealed.append(path);
+    return true;
+  }
+  bool openAddress(const QString& address) override {
+    opened.append(address);
+    return true;
+  }
+  QStringList revealed;
+  QStringList opened;
 };
 
 // Installs a presenter for the lifetime of the scope.

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "CommonClass/CommonClass.h"
+#include "Profile/KMVProfileCatalog.h"
 
 namespace {
 
@@ -46,7 +47,13 @@ MediaItemSummary MediaItemSummary::of(const NodeInfo& node) {
   if (summary.hasVideo) summary.resolution = QStringLiteral("%1x%2").arg(media.frameWidth()).arg(media.frameHeight());
   summary.size = sizeText(bytesOf(node));
   summary.profileName = node.curProfileSetting().profileName();
+  // A profile made from the catalogue leaves its picture in the catalogue's entry.
   summary.profileImage = node.curProfileSetting().imageName();
+  if (summary.profileImage.isEmpty()) {
+    if (const auto entry = KMVProfileCatalog::sharedCatalog().profileNamed(summary.profileName)) {
+      summary.profileImage = entry->imageName;
+    }
+  }
   summary.childCount = node.getChildNodeCount();
   if (QFileInfo::exists(media.imageName())) summary.thumbnailPath = media.imageName();
 

@@ -10,7 +10,6 @@ std::optional<ProfileSettingInfo> ProfileAction::makeProfileSettingInfo(const KM
 
   ProfileSettingInfo profile;
   profile.setProfileName(entry.DisplayName);
-  profile.setImageName(entry.imageName);
   profile.setFormat(entry.Format);
   profile.setExtName(entry.ExtName);
   profile.setType(entry.type);

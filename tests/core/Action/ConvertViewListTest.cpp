@@ -121,6 +121,7 @@ TEST_F(ConversionQueue, ConvertsRowsOneAfterAnotherAndAnnouncesTheEndOnce) {
     EXPECT_TRUE(row.outcomeReason().isEmpty());
     EXPECT_EQ(row.outputFiles(), QStringList{outputOf(index)});
     EXPECT_GT(row.elapsedSeconds(), 0);
+    EXPECT_TRUE(row.statusLine().startsWith(QStringLiteral("Finished in 00:00:"))) << row.statusLine().toStdString();
   }
   // A late "CONVERTEND" from elsewhere does not end the run a second time.
   DistributedNotificationCenter::defaultCenter().postNotificationName(
@@ -213,6 +214,7 @@ TEST_F(ConversionQueue, RowsThatFailToStartOrInTheConverterEndFailedTheRunGoesOn
   EXPECT_EQ(rows[0]->outcome(), ConvertView::Outcome::kFailed);
   EXPECT_TRUE(rows[0]->outcomeReason().contains(QStringLiteral("nonesuch"))) << rows[0]->outcomeReason().toStdString();
   EXPECT_TRUE(rows[0]->outputFiles().isEmpty());
+  EXPECT_EQ(rows[0]->statusLine(), QStringLiteral("Failed: ") + rows[0]->outcomeReason());
   EXPECT_FALSE(QFileInfo::exists(outputOf(0)));
   // Row 1 was refused before it started.
   EXPECT_EQ(rows[1]->outcome(), ConvertView::Outcome::kFailed);

@@ -38,16 +38,6 @@ class RecordingPanels : public FilePanels {
   QStringList folderStarts;
 };
 
-class RecordingWorkspace : public Workspace {
- public:
-  bool revealInFileViewer(const QString& path) override {
-    revealed.append(path);
-    return true;
-  }
-  bool openAddress(const QString&) override { return true; }
-  QStringList revealed;
-};
-
 class MainWindowCommands : public testing::Test {
  protected:
   void SetUp() override {

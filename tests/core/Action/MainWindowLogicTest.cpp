@@ -31,7 +31,9 @@ NodeInfo::Ptr itemWithProfile(int32_t identifier) {
   auto node = std::make_shared<NodeInfo>();
   const auto entry = shippedCatalog().profileWithIdentifier(identifier);
   EXPECT_NE(entry, nullptr) << identifier;
-  if (entry != nullptr) EXPECT_TRUE(ProfileAction::initProfileSettingInfo(*node, entry.get()));
+  if (entry != nullptr) {
+    EXPECT_TRUE(ProfileAction::initProfileSettingInfo(*node, entry.get()));
+  }
   return node;
 }
 

@@ -57,7 +57,7 @@ TEST_F(ProfileChoice, AnEntryGivesTheNodeItsDefaultChoices) {
   EXPECT_EQ(profile.audioEncoder(), QStringLiteral("libmp3lame"));
   EXPECT_EQ(profile.audioBitrate(), 192);
   EXPECT_EQ(profile.videoQuality(), 27);
-  EXPECT_EQ(profile.imageName(), QStringLiteral("profile_web"));
+  EXPECT_TRUE(profile.imageName().isEmpty());
   EXPECT_TRUE(node.metaEditEnable()) << "mp4 takes tags";
   EXPECT_TRUE(alerts.alerts.empty());
 
