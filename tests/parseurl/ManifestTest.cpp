@@ -63,12 +63,9 @@ class Manifests : public testing::Test {
   LocalHttplibServer pages;
 };
 
-TEST_F(Manifests, AnHlsMasterOnAPageBecomesOneEntryPerVariant) {
+TEST_F(Manifests, AnHlsMasterOnAPageOrAsTheAddressItselfByItsTypeOrItsFirstBytesBecomesOneEntryPerVariant) {
   pages.serve("/page.html", R"(<title>Streamed</title><video src="/hls/master.m3u8" poster="/p.jpg"></video>)");
   expectHlsVariants(parse(pages.address("/page.html")), "Streamed", pages.address("/p.jpg"));
-}
-
-TEST_F(Manifests, AnHlsMasterAsTheAddressItselfByItsTypeOrItsFirstBytes) {
   expectHlsVariants(parse(pages.address("/hls/master.m3u8")), "master.m3u8", "");
   pages.serve("/hls/master", kMaster, "text/plain");
   expectHlsVariants(parse(pages.address("/hls/master")), "master", "");

@@ -16,11 +16,6 @@ LocalHttplibServer::LocalHttplibServer() {
 }
 
 LocalHttplibServer::~LocalHttplibServer() {
-  {
-    std::lock_guard lock(mutex_);
-    stopping_ = true;
-  }
-  stopped_.notify_all();
   server.stop();
   thread_.join();
 }
@@ -37,13 +32,6 @@ void LocalHttplibServer::redirect(const std::string& path, const std::string& lo
   server.Get(path, [location, status](const httplib::Request&, httplib::Response& response) {
     response.status = status;
     response.set_header("Location", location);
-  });
-}
-
-void LocalHttplibServer::hang(const std::string& path) {
-  server.Get(path, [this](const httplib::Request&, httplib::Response&) {
-    std::unique_lock lock(mutex_);
-    stopped_.wait(lock, [this] { return stopping_; });
   });
 }
 

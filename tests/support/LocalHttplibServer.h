@@ -9,8 +9,6 @@
 
 #include <httplib.h>
 
-#include <condition_variable>
-#include <mutex>
 #include <string>
 #include <thread>
 
@@ -26,8 +24,6 @@ class LocalHttplibServer {
              int status = 200);
   // Answers `path` with a redirect to `location`.
   void redirect(const std::string& path, const std::string& location, int status = 301);
-  // Accepts requests for `path` and never answers them.
-  void hang(const std::string& path);
 
   QUrl url(const QString& path) const;
   std::string address(const std::string& path) const;
@@ -37,9 +33,6 @@ class LocalHttplibServer {
  private:
   int port_ = 0;
   std::thread thread_;
-  std::mutex mutex_;
-  std::condition_variable stopped_;
-  bool stopping_ = false;
 };
 
 // A port on 127.0.0.1 that was free a moment ago and that nobody listens on.

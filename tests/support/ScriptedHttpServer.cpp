@@ -47,13 +47,6 @@ ScriptedHttpServer::~ScriptedHttpServer() {
   ::close(listener_);
 }
 
-std::unique_ptr<ScriptedHttpServer> ScriptedHttpServer::greeter(const QByteArray& greeting) {
-  auto server = std::make_unique<ScriptedHttpServer>([](Exchange&) {});
-  std::lock_guard lock(server->mutex_);
-  server->greeting_ = greeting;
-  return server;
-}
-
 QUrl ScriptedHttpServer::url(const QString& path) const {
   return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(port_).arg(path));
 }
@@ -115,13 +108,7 @@ void ScriptedHttpServer::serveConnection(int socket, int connection) {
   QByteArray buffer;
   int requestOnConnection = 0;
   Request request;
-  QByteArray greeting;
-  {
-    std::lock_guard lock(mutex_);
-    greeting = greeting_;
-  }
-  if (!greeting.isEmpty()) ::send(socket, greeting.constData(), greeting.size(), MSG_NOSIGNAL);
-  while (greeting.isEmpty() && readRequest(socket, buffer, request)) {
+  while (readRequest(socket, buffer, request)) {
     request.connection = connection;
     {
       std::lock_guard lock(mutex_);

@@ -11,7 +11,6 @@
 
 #include <condition_variable>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -54,9 +53,6 @@ class ScriptedHttpServer {
   using Script = std::function<void(Exchange&)>;
 
   explicit ScriptedHttpServer(Script script);
-  // A server that sends `greeting` as soon as a connection opens, reads
-  // nothing, and closes it.
-  static std::unique_ptr<ScriptedHttpServer> greeter(const QByteArray& greeting);
   ~ScriptedHttpServer();
 
   QUrl url(const QString& path) const;
@@ -75,7 +71,6 @@ class ScriptedHttpServer {
   bool readRequest(int socket, QByteArray& buffer, Request& request);
 
   Script script_;
-  QByteArray greeting_;
   int listener_ = -1;
   quint16 port_ = 0;
   mutable std::mutex mutex_;

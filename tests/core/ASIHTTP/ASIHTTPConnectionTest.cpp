@@ -85,8 +85,8 @@ TEST(FailingAddresses, BadAddressesRefusedConnectionsSecureTransportAndCredentia
   EXPECT_EQ(refused->localizedDescription, "A connection failure occurred");
 
   // Plain HTTP where a TLS handshake was expected.
-  const std::unique_ptr<ScriptedHttpServer> plain = ScriptedHttpServer::greeter("HTTP/1.1 400 Bad Request\r\n\r\n");
-  QUrl secure = plain->url("/");
+  const LocalHttplibServer plain;
+  QUrl secure = plain.url("/");
   secure.setScheme("https");
   const std::optional<ASIHTTPError> handshake = errorOf(secure);
   ASSERT_TRUE(handshake);
