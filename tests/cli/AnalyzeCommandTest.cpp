@@ -15,7 +15,8 @@ class AnalyzeCommand : public testing::Test {
  protected:
   void SetUp() override {
     httplib.serve("/page.html", R"(<title>Two sizes</title><video poster="/t.jpg">
-        <source src="/large.mp4" label="1280x720"><source src="/small.webm" label="640x360"></video>)", "text/html");
+        <source src="/large.mp4" label="1280x720"><source src="/small.webm" label="640x360"></video>)",
+                  "text/html");
     httplib.serve("/empty.html", "<p>no video</p>", "text/html");
     httplib.serve(R"(/(large\.mp4|small\.webm))", std::string(3500000, 'v'), "video/mp4");
   }

@@ -53,7 +53,7 @@ TEST_F(TagsCommand, JsonListsEveryTagAndTheSavedCoverAndNamesWhatCannotBeRead) {
   EXPECT_FALSE(reports[2].toObject()[QStringLiteral("error")].toString().isEmpty());
 }
 
-TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesAndSucceedsWhenEveryFileIsRead) {
+TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesNamesAFileItCannotReadAndNeedsAFile) {
   const QString song = media.tagged(QStringLiteral("song.mp3"), {"artist=Singer", "track=7/9", "genre=Folk"});
   const QString plain = media.tagged(QStringLiteral("plain.m4a"), {});
 
@@ -70,9 +70,7 @@ TEST_F(TagsCommand, TextShowsTheTagsThatHaveValuesAndSucceedsWhenEveryFileIsRead
   const qsizetype plainLine = lines.indexOf(plain);
   ASSERT_GE(plainLine, 0);
   EXPECT_EQ(lines.value(plainLine + 1), QStringLiteral("  No tags"));
-}
 
-TEST_F(TagsCommand, TextNamesAFileItCannotReadOnTheErrorStreamAndNoFileIsAUsageError) {
   const QString notes = media.write(QStringLiteral("notes.mp4"), "not a film\n");
   const ProgramResult bad = runTags({notes});
   EXPECT_EQ(bad.exitCode, 1);

@@ -22,10 +22,12 @@ bool ffmpegListsEncoder(const std::string& name) {
 
 TEST(CheckEncoder, CodesAnswerForTheEncoderOfTheirCodecAndUnknownOnesAreRefused) {
   const int prores = ffmpegListsEncoder("prores_ks") ? 1 : 0;
-  for (const char* code : {"apcn", "apch", "apco", "apcs", "ap4h"}) EXPECT_EQ(VideoConverter_CheckEncoder(code), prores) << code;
+  for (const char* code : {"apcn", "apch", "apco", "apcs", "ap4h"})
+    EXPECT_EQ(VideoConverter_CheckEncoder(code), prores) << code;
   EXPECT_EQ(VideoConverter_CheckEncoder("avc1"), ffmpegListsEncoder("libx264") || ffmpegListsEncoder("h264_vaapi"));
   EXPECT_EQ(VideoConverter_CheckEncoder("jpeg"), ffmpegListsEncoder("mjpeg") ? 1 : 0);
-  for (const char* refused : {"icod", "zzzz", "apc", "apcnx"}) EXPECT_EQ(VideoConverter_CheckEncoder(refused), 0) << refused;
+  for (const char* refused : {"icod", "zzzz", "apc", "apcnx"})
+    EXPECT_EQ(VideoConverter_CheckEncoder(refused), 0) << refused;
   EXPECT_EQ(VideoConverter_CheckEncoder(nullptr), 0);
 }
 

@@ -44,18 +44,6 @@ TEST(ConversionFailure, DamagedInputsFailNamingTheFile) {
   }
 }
 
-TEST(ConversionFailure, MissingWatermarkPictureFailsBeforeWriting) {
-  MediaItem item = recordFor(shortClip());
-  const std::string missing = outputPath("no-such-logo.png");
-  item.m_watermarkInfo.m_watermarkType = 1;
-  setText(item.m_watermarkInfo.m_imagePath, missing);
-  item.m_watermarkInfo.m_w = 40;
-  item.m_watermarkInfo.m_h = 20;
-  item.m_watermarkInfo.m_transparency = 127;
-  const OutputParam output = outputFor(outputPath("with-missing-logo.mp4"), "mp4", "libx264", "aac");
-  expectCleanFailure(convert({item}, output), missing, output);
-}
-
 TEST(ConversionFailure, RefusedSettingsAreExplained) {
   const MediaItem item = recordFor(shortClip());
   const OutputParam unknownEncoder = outputFor(outputPath("unknown.mp4"), "mp4", "no-such-encoder", "aac");

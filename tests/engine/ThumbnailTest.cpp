@@ -41,7 +41,7 @@ int redSide(const RgbPicture& picture) {
   return 0;
 }
 
-TEST(Thumbnail, IsAtMost160HighWithTheDisplayShape) {
+TEST(Thumbnail, IsAtMost160HighWithTheDisplayShapeSkipsABlackOpeningAndIsTurnedUpright) {
   const RgbPicture clip = thumbnailOf("clip.mp4");  // 320 x 240
   EXPECT_EQ(clip.height, 160);
   EXPECT_EQ(clip.width, 213);
@@ -51,15 +51,11 @@ TEST(Thumbnail, IsAtMost160HighWithTheDisplayShape) {
   const RgbPicture stretched = thumbnailOf("anamorphic.mp4");  // 160 x 120 with 2:1 pixels
   EXPECT_EQ(stretched.height, 120);
   EXPECT_EQ(stretched.width, 320);
-}
 
-TEST(Thumbnail, SkipsABlackOpening) {
   const std::string video = sample("black-start.mp4");
   ASSERT_LT(decodePicture(video).meanBrightness(), 20) << "the sample should open on black";
   EXPECT_GT(thumbnailOf("black-start.mp4").meanBrightness(), 60);
-}
 
-TEST(Thumbnail, IsTurnedUprightLikeFfmpegShowsTheVideo) {
   // Stored with red above blue and a quarter turn in the container.
   const RgbPicture shown = decodePicture(sample("rotated.mov"));
   const RgbPicture thumbnail = thumbnailOf("rotated.mov");

@@ -47,8 +47,7 @@ bool runWithMutagen(const std::string& pythonCode, const std::string& path) {
 
 MutagenView mutagenTags(const std::string& path, const std::string& picturePath) {
   MutagenView view;
-  const testmedia::ProgramOutput result =
-      runPython({MUTAGEN_DUMP, path, picturePath});
+  const testmedia::ProgramOutput result = runPython({MUTAGEN_DUMP, path, picturePath});
   view.output = (result.output + result.errors).toStdString();
   view.readable = result.exitCode == 0;
   std::istringstream lines(result.output.toStdString());

@@ -32,12 +32,15 @@ TEST_F(Techniques, MediaElementsWithTheirSourcesAndInsideDataHtml) {
     </body></html>)");
 
   ASSERT_EQ(outcome.result, PARSE_OK);
-  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{pages.address("/media/clip-720.mp4"),
-                                                      pages.address("/media/clip-480.webm"), pages.address("/media/sound.mp3"),
-                                                      pages.address("/media/uhd"), pages.address("/media/inside.flv")}));
+  EXPECT_EQ(outcome.urls(),
+            (std::vector<std::string>{pages.address("/media/clip-720.mp4"), pages.address("/media/clip-480.webm"),
+                                      pages.address("/media/sound.mp3"), pages.address("/media/uhd"),
+                                      pages.address("/media/inside.flv")}));
   const std::string poster = pages.address("/img/poster.jpg");
-  expectEntry(outcome, {1280, 720, pages.address("/media/clip-720.mp4"), "mp4", 0, 0, "Clip in a video element", poster});
-  expectEntry(outcome, {854, 480, pages.address("/media/clip-480.webm"), "webm", 0, 0, "Clip in a video element", poster});
+  expectEntry(outcome,
+              {1280, 720, pages.address("/media/clip-720.mp4"), "mp4", 0, 0, "Clip in a video element", poster});
+  expectEntry(outcome,
+              {854, 480, pages.address("/media/clip-480.webm"), "webm", 0, 0, "Clip in a video element", poster});
   expectEntry(outcome, {0, 0, pages.address("/media/sound.mp3"), "mp3", 0, 0, "Element page", ""});
   // A title that is a quality label gives the frame, not the name; the type gives the extension.
   expectEntry(outcome, {3840, 2160, pages.address("/media/uhd"), "mp4", 0, 0, "Element page", ""});
@@ -84,8 +87,9 @@ TEST_F(Techniques, OpenGraphInAnyAttributeOrderAndTheTwitterStream) {
 
   // The structure's secure address, the stream, and the plain address the sweep still finds; no player program.
   ASSERT_EQ(outcome.result, PARSE_OK);
-  EXPECT_EQ(outcome.urls(), (std::vector<std::string>{"https://secure.example.test/og/clip.mp4",
-                                                      pages.address("/tw/stream.webm"), pages.address("/og/clip.mp4")}));
+  EXPECT_EQ(outcome.urls(),
+            (std::vector<std::string>{"https://secure.example.test/og/clip.mp4", pages.address("/tw/stream.webm"),
+                                      pages.address("/og/clip.mp4")}));
   const std::string picture = pages.address("/og/picture.jpg");
   expectEntry(outcome, {1280, 720, "https://secure.example.test/og/clip.mp4", "mp4", 0, 0, "Open Graph clip", picture});
   expectEntry(outcome, {0, 0, pages.address("/tw/stream.webm"), "webm", 0, 0, "Open Graph clip", picture});

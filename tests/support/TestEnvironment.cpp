@@ -11,15 +11,13 @@
 
 namespace TestEnvironment {
 
-QString home() { return qEnvironmentVariable("HOME"); }
-
 void resetApplicationState() {
   GlobalSettings::resetToDefaults();
   StandardPaths::resetCache();
   QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).removeRecursively();
   UserDefaults& defaults = UserDefaults::standardUserDefaults();
   for (const char* key : {"TmpPath", "LinkID", "appName", "buildver", "builddate", "link_code", "profileName",
-                             "OutputBookMark", "PhotoBookMark", "DefInputPath"}) {
+                          "OutputBookMark", "PhotoBookMark", "DefInputPath"}) {
     defaults.removeObjectForKey(QLatin1String(key));
   }
   defaults.synchronize();

@@ -6,12 +6,9 @@
 #include <QByteArray>
 #include <QList>
 #include <QPair>
-#include <QString>
 
 namespace TestEnvironment {
 
-// The temporary home of this test process.
-QString home();
 // Resets the process-wide settings, path cache and user defaults file.
 void resetApplicationState();
 

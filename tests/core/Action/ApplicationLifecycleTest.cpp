@@ -124,7 +124,7 @@ TEST_F(Lifecycle, ARunFolderAnotherProgramHoldsOrOneOutsideTheTemporaryFolderIsN
   QDir(ApplicationLifecycle::createMemoryTmpPath(moment.addSecs(1))).removeRecursively();
   EXPECT_FALSE(QDir(busy).exists()) << "the folder stayed once nobody held it";
 
-  const QString precious = TestEnvironment::home() + QStringLiteral("/20260101000000");
+  const QString precious = qEnvironmentVariable("HOME") + QStringLiteral("/20260101000000");
   ASSERT_TRUE(QDir().mkpath(precious));
   defaults.setObject(precious, QStringLiteral("TmpPath"));
   QDir(ApplicationLifecycle::createMemoryTmpPath()).removeRecursively();

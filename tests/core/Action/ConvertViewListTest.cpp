@@ -19,6 +19,7 @@
 #include "CommonClass/KMVLog.h"
 #include "EventLoopWait.h"
 #include "GeneratedMedia.h"
+#include "TestEnvironment.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ class ConversionQueue : public testing::Test {
     QDir().mkpath(outputFolder);
     queue.setDelegate(&window);
   }
-  void TearDown() override { modeltest::endWithEmptyList(); }
+  void TearDown() override { TestEnvironment::resetApplicationState(); }
 
   // Rows for `count` copies of the clip, output names "row0", "row1", ...
   // Each node carries a title to write into its output.

@@ -19,6 +19,7 @@
 #include "EventLoopWait.h"
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
+#include "TestEnvironment.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ class AddingFiles : public testing::Test {
     media.write(QStringLiteral("notes.mp4"), "A shopping list, not a film.\n");
     modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.path());
   }
-  void TearDown() override { modeltest::endWithEmptyList(); }
+  void TearDown() override { TestEnvironment::resetApplicationState(); }
 
   // Adds the files and serves events until the batch has been read.
   void add(const QStringList& names, int workers = 0) {

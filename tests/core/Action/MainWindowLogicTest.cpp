@@ -19,8 +19,8 @@
 #include "Profile/KMVProfileCatalog.h"
 #include "ProjectVersion.h"
 #include "RecordingAlertPresenter.h"
-#include "support/ListItems.h"
 #include "TestEnvironment.h"
+#include "support/ListItems.h"
 
 namespace {
 
@@ -144,7 +144,7 @@ TEST_F(MainWindowLogic, CustomSizeOutsideTheProfileIsRefusedWithNothingWritten) 
                            "{32x32} to {4096x2304})."));
 }
 
-TEST_F(MainWindowLogic, AudioProfilesDisableThePictureLists) {
+TEST_F(MainWindowLogic, AudioProfilesDisableThePictureListsAndOneWhoseCodecIsMissingIsRefused) {
   const auto audio = std::find_if(shippedCatalog().profiles().begin(), shippedCatalog().profiles().end(),
                                   [](const auto& entry) { return entry->type == ProfileSettingInfo::kTypeAudioOnly; });
   ASSERT_NE(audio, shippedCatalog().profiles().end());
@@ -157,9 +157,7 @@ TEST_F(MainWindowLogic, AudioProfilesDisableThePictureLists) {
   EXPECT_TRUE(panel.list(List::AudioBitrate).enabled);
   EXPECT_GE(panel.list(List::AudioBitrate).selected, 0);
   EXPECT_TRUE(panel.settingFinish(*item));
-}
 
-TEST_F(MainWindowLogic, AProfileWhoseCodecIsMissingIsRefusedWithTheAlertLater) {
   const auto missing = shippedCatalog().profileWithIdentifier(1610);
   const auto present = shippedCatalog().profileWithIdentifier(1001);
   ASSERT_NE(missing, nullptr);

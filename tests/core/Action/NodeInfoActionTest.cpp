@@ -2,6 +2,7 @@
 
 #include "Action/NodeInfoAction.h"
 #include "ValueObject/UIInfoDB.h"
+#include "support/ListItems.h"
 
 namespace {
 
@@ -20,12 +21,6 @@ class NodeTrees : public testing::Test {
     file->mediaFileInfo().setFrameHeight(height);
     NodeInfoAction::mainList(db).addChild(NodeInfoAction::getRootNode(db), file);
     return file;
-  }
-
-  static QStringList names(const NodeInfo::List& nodes) {
-    QStringList result;
-    for (const NodeInfo::Ptr& node : nodes) result.append(node->outputFilename());
-    return result;
   }
 
   UIInfoDB db;
@@ -116,7 +111,7 @@ TEST_F(NodeTrees, TheMergeTreeJoinsCopiesOfEveryFileOfTheListAndAnEmptyListBuild
   EXPECT_EQ(merged->cropSettingInfo().h(), 360);
   EXPECT_EQ(merged->cropSettingInfo().x(), 0);
 
-  EXPECT_EQ(names(merged->childNode()), QStringList({"first", "inner1", "inner2", "last"}));
+  EXPECT_EQ(modeltest::outputNames(merged->childNode()), QStringList({"first", "inner1", "inner2", "last"}));
   for (const NodeInfo::Ptr& member : merged->childNode()) EXPECT_EQ(member->type(), NodeInfo::kTypeMergeMember);
   EXPECT_NE(merged->getChildNodeAtIndex(0), first) << "members are copies";
   EXPECT_EQ(first->type(), NodeInfo::kTypeFile) << "the list keeps its own nodes";
@@ -142,8 +137,8 @@ TEST_F(NodeTrees, RebuildingTheMergeTreeReplacesItKeepsMembersSegmentsAndSurvive
 
   ASSERT_EQ(NodeInfoAction::getMergeRootNode(db)->getChildNodeCount(), 1);
   const NodeInfo::Ptr merged = NodeInfoAction::getMergeRootNode(db)->getChildNodeAtIndex(0);
-  EXPECT_EQ(names(merged->childNode()), QStringList({"trimmed", "other"}));
-  EXPECT_EQ(names(merged->getChildNodeAtIndex(0)->childNode()), QStringList({"trimmed_segment01"}))
+  EXPECT_EQ(modeltest::outputNames(merged->childNode()), QStringList({"trimmed", "other"}));
+  EXPECT_EQ(modeltest::outputNames(merged->getChildNodeAtIndex(0)->childNode()), QStringList({"trimmed_segment01"}))
       << "a member keeps its own segments";
 
   // An emptied list keeps the previous tree until it is cleared.

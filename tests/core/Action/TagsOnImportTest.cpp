@@ -11,13 +11,14 @@
 #include "CommonClass/GlobalSettings.h"
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
+#include "TestEnvironment.h"
 
 namespace {
 
 class TagsOnImport : public testing::Test {
  protected:
   void SetUp() override { modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.path()); }
-  void TearDown() override { modeltest::endWithEmptyList(); }
+  void TearDown() override { TestEnvironment::resetApplicationState(); }
 
   NodeInfo::Ptr addOne(const QString& path) {
     UIInfoDB db;

@@ -28,7 +28,7 @@ class ConfigXml : public testing::Test {
   static UserDefaults& defaults() { return UserDefaults::standardUserDefaults(); }
 };
 
-TEST_F(ConfigXml, AMissingFileIsRestoredAndItsDefaultsApply) {
+TEST_F(ConfigXml, AMissingFileIsRestoredItsDefaultsApplyAndTheLinkIdIsSetOnce) {
   ASSERT_FALSE(QFile::exists(UIAction::configXmlPath()));
   UIAction::readInfoFromXml();
 
@@ -42,6 +42,24 @@ TEST_F(ConfigXml, AMissingFileIsRestoredAndItsDefaultsApply) {
   EXPECT_TRUE(QDir(videoImagePath).exists());
   EXPECT_FALSE(isAutoUpdates);
   EXPECT_EQ(defaults().stringForKey(QStringLiteral("appName")), QStringLiteral("Palvinor Video Converter"));
+
+  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")),
+            QStringLiteral("xx-215"));
+  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("version/version"), QStringLiteral("10.0")),
+            QStringLiteral("100/100"));
+
+  UIAction::readInfoFromXml();
+  const QString stored = defaults().stringForKey(QStringLiteral("LinkID"));
+  EXPECT_FALSE(stored.isEmpty());
+  EXPECT_FALSE(stored.contains(QStringLiteral("version"))) << stored.toStdString();
+
+  defaults().setObject(QStringLiteral("kept-tag"), QStringLiteral("LinkID"));
+  UIAction::readInfoFromXml();
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("LinkID")), QStringLiteral("kept-tag"));
+
+  defaults().setObject(QString(), QStringLiteral("LinkID"));
+  UIAction::readInfoFromXml();
+  EXPECT_EQ(defaults().stringForKey(QStringLiteral("LinkID")), stored) << "an empty tag is replaced";
 }
 
 TEST_F(ConfigXml, ValuesSurviveASaveAndAReload) {
@@ -118,26 +136,6 @@ TEST_F(ConfigXml, AFileLackingWhatIsReadIsRepairedKeepingEveryValueItHeld) {
       EXPECT_TRUE(readConfig().contains(QByteArray("<") + element)) << element << " missing from the repaired file";
     }
   }
-}
-
-TEST_F(ConfigXml, TheLinkIdTakesTheVersionDigitsOnceAndIsNeverOverwritten) {
-  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("xx-version"), QStringLiteral("2.1.5")),
-            QStringLiteral("xx-215"));
-  EXPECT_EQ(UIAction::linkIDFromTemplate(QStringLiteral("version/version"), QStringLiteral("10.0")),
-            QStringLiteral("100/100"));
-
-  UIAction::readInfoFromXml();
-  const QString stored = defaults().stringForKey(QStringLiteral("LinkID"));
-  EXPECT_FALSE(stored.isEmpty());
-  EXPECT_FALSE(stored.contains(QStringLiteral("version"))) << stored.toStdString();
-
-  defaults().setObject(QStringLiteral("kept-tag"), QStringLiteral("LinkID"));
-  UIAction::readInfoFromXml();
-  EXPECT_EQ(defaults().stringForKey(QStringLiteral("LinkID")), QStringLiteral("kept-tag"));
-
-  defaults().setObject(QString(), QStringLiteral("LinkID"));
-  UIAction::readInfoFromXml();
-  EXPECT_EQ(defaults().stringForKey(QStringLiteral("LinkID")), stored) << "an empty tag is replaced";
 }
 
 }  // namespace

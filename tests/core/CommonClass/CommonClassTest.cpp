@@ -35,7 +35,7 @@ TEST(CommonClassText, FormatsWholeSecondsAsHoursMinutesSecondsAndTrimsTheWayTheL
   EXPECT_EQ(CommonClass::trim(nullptr), nullptr);
 }
 
-TEST(CommonClassSize, MeasuresFilesAndFolders) {
+TEST(CommonClassSize, MeasuresFilesAndFoldersAndColoursParseFromSixOrEightDigitHex) {
   QTemporaryDir folder;
   ASSERT_TRUE(folder.isValid());
   writeFile(folder.filePath(QStringLiteral("a.bin")), 3000);
@@ -47,9 +47,7 @@ TEST(CommonClassSize, MeasuresFilesAndFolders) {
   EXPECT_EQ(CommonClass::getFileSizeByBytes(folder.filePath(QStringLiteral("missing"))), 0);
   EXPECT_DOUBLE_EQ(CommonClass::getFolderSize(folder.path()), 8000.0);
   EXPECT_DOUBLE_EQ(CommonClass::getFileSizeForGB(1000000000.0), 1.0);
-}
 
-TEST(CommonClassColor, ParsesSixAndEightDigitHex) {
   EXPECT_EQ(CommonClass::getColor(QStringLiteral("FF0000")), (RGBAColor{1.0, 0.0, 0.0, 1.0}));
   const auto translucent = CommonClass::getColor(QStringLiteral("80FF0000"));
   ASSERT_TRUE(translucent);

@@ -52,10 +52,12 @@ TEST_F(Analysis, TheFilesAreProbedSortedAndTheChosenOneFillsTheTask) {
   LocalHttplibServer httplib;
   std::mutex mutex;
   QStringList probeAgents;
-  httplib.serve("/page.html", R"(<html><head><title>A/B &amp;amp; C</title><meta property="og:image" content="/thumb.png">
+  httplib.serve("/page.html",
+                R"(<html><head><title>A/B &amp;amp; C</title><meta property="og:image" content="/thumb.png">
       <script type="application/ld+json">{"@type": "VideoObject", "contentUrl": "/hd.mp4", "duration": "PT1M35S"}</script>
       </head><body><video><source src="/sd.webm" label="360p"><source src="/hd.flv" label="720p">
-      <source src="/hd.mp4" label="1280x720"></video></body></html>)", "text/html");
+      <source src="/hd.mp4" label="1280x720"></video></body></html>)",
+                "text/html");
   const auto media = [&](const std::string& path, size_t size) {
     httplib.server.Get(path, [&, size](const httplib::Request& request, httplib::Response& response) {
       std::lock_guard lock(mutex);
@@ -159,7 +161,8 @@ TEST_F(Analysis, AFailedAnalysisIsTriedOnceMore) {
 
 TEST_F(Analysis, ARestoredIndexEqualToTheCountChoosesNothingAndALargerOneIsReplaced) {
   LocalHttplibServer httplib;
-  httplib.serve("/page.html", R"(<video><source src="/a.mp4" label="720p"><source src="/b.mp4" label="360p"></video>)", "text/html");
+  httplib.serve("/page.html", R"(<video><source src="/a.mp4" label="720p"><source src="/b.mp4" label="360p"></video>)",
+                "text/html");
   httplib.serve(R"(/\w\.mp4)", "clip", "video/mp4");
   GetVideoInfoThread worker;
 

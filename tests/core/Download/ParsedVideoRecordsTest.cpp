@@ -15,7 +15,7 @@ ParsedVideoEntry* record(const char* url, const char* title, ParsedVideoEntry* n
   return entry;
 }
 
-TEST(ParsedVideoRecords, RecordsWithoutAddressAreSkippedAndTheRestKeepTheirOrder) {
+TEST(ParsedVideoRecords, RecordsWithoutAddressAreSkippedTheRestKeepTheirOrderAndTitlesAreDecoded) {
   ParsedVideoEntry* last = record("http://h/b.flv", "B");
   last->width = 640;
   last->height = 360;
@@ -39,9 +39,7 @@ TEST(ParsedVideoRecords, RecordsWithoutAddressAreSkippedAndTheRestKeepTheirOrder
   EXPECT_EQ(files[1].videoSize(), 123456);
   EXPECT_EQ(files[1].extention(), "flv");
   EXPECT_EQ(files[1].imgURL(), "http://h/my%20thumb.jpg");
-}
 
-TEST(ParsedVideoRecords, TitlesAreDecodedInTheirOrderIntoFileNames) {
   const std::vector<std::pair<const char*, QString>> cases{
       {"A/B &amp; C", "A B & C"},
       {"&lt;b&gt; &quot;x&quot; &apos;y&apos;", "<b> \"x\" 'y'"},

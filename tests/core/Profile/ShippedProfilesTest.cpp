@@ -38,7 +38,8 @@ QList<std::pair<QString, QString>> everyChoice(const KMVProfileCatalog& catalog,
 }
 
 TEST_F(ShippedProfiles, LoadWithoutProblemsInTheirGroups) {
-  const QStringList problems = KMVProfileCatalog().loadFolder(StandardPaths::pathForResource(QStringLiteral("profile")));
+  const QStringList problems =
+      KMVProfileCatalog().loadFolder(StandardPaths::pathForResource(QStringLiteral("profile")));
   EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString();
   EXPECT_GE(catalog().profiles().size(), 30);
   EXPECT_EQ(catalog().groups(), QStringList({"General Video", "Editing", "Devices and Web", "Audio"}));

@@ -3,21 +3,12 @@
 #include <cstring>
 
 #include "ValueObject/NodeInfo.h"
+#include "support/ListItems.h"
 
 namespace {
 
-NodeInfo::Ptr nodeOfType(int32_t type, const QString& name = {}) {
-  NodeInfo::Ptr node = NodeInfo::create();
-  node->setType(type);
-  node->setOutputFilename(name);
-  return node;
-}
-
-QStringList childNames(const NodeInfo& node) {
-  QStringList names;
-  for (const NodeInfo::Ptr& child : node.childNode()) names.append(child->outputFilename());
-  return names;
-}
+using modeltest::namedNode;
+using modeltest::outputNames;
 
 bool isAllZero(const DECODER_INFO* record) {
   const auto* bytes = reinterpret_cast<const unsigned char*>(record);
@@ -35,13 +26,13 @@ TEST(NodeInfo, ANewNodeIsCheckedUnsplitAndHasAnEmptyRecord) {
 }
 
 TEST(NodeInfo, ChildIndexesOutOfRangeAppendOrChangeNothingAndNullChildrenAreIgnored) {
-  const NodeInfo::Ptr parent = nodeOfType(NodeInfo::kTypeRoot);
-  for (const char* name : {"a", "b", "c"}) parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QLatin1String(name)));
-  parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QStringLiteral("far")), 10);
-  parent->addChildNode(nodeOfType(NodeInfo::kTypeFile, QStringLiteral("first")), 0);
+  const NodeInfo::Ptr parent = namedNode({}, NodeInfo::kTypeRoot);
+  for (const char* name : {"a", "b", "c"}) parent->addChildNode(namedNode(QLatin1String(name), NodeInfo::kTypeFile));
+  parent->addChildNode(namedNode(QStringLiteral("far"), NodeInfo::kTypeFile), 10);
+  parent->addChildNode(namedNode(QStringLiteral("first"), NodeInfo::kTypeFile), 0);
   parent->addChildNode(nullptr);
   parent->addChildNode(nullptr, 1);
-  EXPECT_EQ(childNames(*parent), QStringList({"first", "a", "b", "c", "far"}));
+  EXPECT_EQ(outputNames(parent->childNode()), QStringList({"first", "a", "b", "c", "far"}));
 
   EXPECT_EQ(parent->getChildNodeAtIndex(-1), nullptr);
   EXPECT_EQ(parent->getChildNodeAtIndex(5), nullptr);
@@ -49,7 +40,7 @@ TEST(NodeInfo, ChildIndexesOutOfRangeAppendOrChangeNothingAndNullChildrenAreIgno
   parent->removeChildNodeAtIndex(5);
   parent->exchangeChildAtIndex(0, 7);
   parent->exchangeChildAtIndex(-2, 1);
-  EXPECT_EQ(childNames(*parent), QStringList({"first", "a", "b", "c", "far"}));
+  EXPECT_EQ(outputNames(parent->childNode()), QStringList({"first", "a", "b", "c", "far"}));
 
   EXPECT_EQ(parent->indexOfChild(parent->getChildNodeAtIndex(2)), 2);
   EXPECT_EQ(parent->indexOfChild(nullptr), 0);
@@ -57,14 +48,14 @@ TEST(NodeInfo, ChildIndexesOutOfRangeAppendOrChangeNothingAndNullChildrenAreIgno
   parent->exchangeChildAtIndex(0, 4);
   parent->removeChildNodeAtIndex(1);
   parent->removeChildNode(parent->getChildNodeAtIndex(0));
-  EXPECT_EQ(childNames(*parent), QStringList({"b", "c", "first"}));
+  EXPECT_EQ(outputNames(parent->childNode()), QStringList({"b", "c", "first"}));
 }
 
 TEST(NodeInfo, TheCheckMarkOfGroupsAndMergedNodesReachesEveryMember) {
-  const NodeInfo::Ptr merged = nodeOfType(NodeInfo::kTypeMerged);
-  const NodeInfo::Ptr group = nodeOfType(NodeInfo::kTypeGroup);
-  const NodeInfo::Ptr clip = nodeOfType(NodeInfo::kTypeFile);
-  const NodeInfo::Ptr member = nodeOfType(NodeInfo::kTypeMergeMember);
+  const NodeInfo::Ptr merged = namedNode({}, NodeInfo::kTypeMerged);
+  const NodeInfo::Ptr group = namedNode({}, NodeInfo::kTypeGroup);
+  const NodeInfo::Ptr clip = namedNode({}, NodeInfo::kTypeFile);
+  const NodeInfo::Ptr member = namedNode({}, NodeInfo::kTypeMergeMember);
   group->addChildNode(clip);
   merged->addChildNode(group);
   merged->addChildNode(member);
@@ -74,8 +65,8 @@ TEST(NodeInfo, TheCheckMarkOfGroupsAndMergedNodesReachesEveryMember) {
   EXPECT_FALSE(clip->isSelected()) << "passed on through the group";
   EXPECT_FALSE(member->isSelected());
 
-  const NodeInfo::Ptr file = nodeOfType(NodeInfo::kTypeFile);
-  const NodeInfo::Ptr segment = nodeOfType(NodeInfo::kTypeSegment);
+  const NodeInfo::Ptr file = namedNode({}, NodeInfo::kTypeFile);
+  const NodeInfo::Ptr segment = namedNode({}, NodeInfo::kTypeSegment);
   file->addChildNode(segment);
   file->setIsSelected(false);
   EXPECT_TRUE(segment->isSelected()) << "a file's mark is its own";
@@ -99,8 +90,8 @@ TEST(NodeInfo, TheRecordIsCopiedIntoTheNodesOwnBuffer) {
 }
 
 TEST(NodeInfo, ADeepCopySharesNothingButTheParentAndDropsTheTrimParent) {
-  const NodeInfo::Ptr root = nodeOfType(NodeInfo::kTypeRoot);
-  const NodeInfo::Ptr source = nodeOfType(NodeInfo::kTypeTrimmed, QStringLiteral("holiday"));
+  const NodeInfo::Ptr root = namedNode({}, NodeInfo::kTypeRoot);
+  const NodeInfo::Ptr source = namedNode(QStringLiteral("holiday"), NodeInfo::kTypeTrimmed);
   source->setParentNode(root);
   source->setTrimParentNode(root);
   source->cropSettingInfo().setRect(1, 2, 300, 200);
@@ -108,15 +99,15 @@ TEST(NodeInfo, ADeepCopySharesNothingButTheParentAndDropsTheTrimParent) {
   DECODER_INFO record{};
   record.m_Duration = 12500000;
   source->setDecoderInfo(&record);
-  source->addChildNode(nodeOfType(NodeInfo::kTypeSegment, QStringLiteral("holiday_segment01")));
-  source->trimData().append(nodeOfType(NodeInfo::kTypeSegment, QStringLiteral("cut")));
+  source->addChildNode(namedNode(QStringLiteral("holiday_segment01"), NodeInfo::kTypeSegment));
+  source->trimData().append(namedNode(QStringLiteral("cut"), NodeInfo::kTypeSegment));
 
   const NodeInfo::Ptr copy = source->copy();
   EXPECT_EQ(copy->parentNode(), root);
   EXPECT_EQ(copy->trimParentNode(), nullptr);
   EXPECT_EQ(copy->decoderInfo()->m_Duration, 12500000);
   EXPECT_NE(copy->decoderInfo(), source->decoderInfo());
-  ASSERT_EQ(childNames(*copy), QStringList({"holiday_segment01"}));
+  ASSERT_EQ(outputNames(copy->childNode()), QStringList({"holiday_segment01"}));
   EXPECT_NE(copy->getChildNodeAtIndex(0), source->getChildNodeAtIndex(0));
   ASSERT_EQ(copy->trimData().size(), 1);
   EXPECT_NE(copy->trimData().first(), source->trimData().first());
@@ -132,8 +123,8 @@ TEST(NodeInfo, ADeepCopySharesNothingButTheParentAndDropsTheTrimParent) {
 }
 
 TEST(NodeInfo, TheParentLinksDoNotKeepTheParentAlive) {
-  NodeInfo::Ptr parent = nodeOfType(NodeInfo::kTypeRoot);
-  const NodeInfo::Ptr child = nodeOfType(NodeInfo::kTypeFile);
+  NodeInfo::Ptr parent = namedNode({}, NodeInfo::kTypeRoot);
+  const NodeInfo::Ptr child = namedNode({}, NodeInfo::kTypeFile);
   parent->addChildNode(child);
   child->setParentNode(parent);
   child->setTrimParentNode(parent);

@@ -6,23 +6,14 @@
 #include "Action/NodeInfoAction.h"
 #include "ValueObject/NodeTree.h"
 #include "ValueObject/UIInfoDB.h"
+#include "support/ListItems.h"
 
 namespace {
 
 using Kind = NodeTreeChange::Kind;
 
-NodeInfo::Ptr fileNamed(const QString& name, int type = NodeInfo::kTypeFile) {
-  NodeInfo::Ptr node = NodeInfo::create();
-  node->setType(type);
-  node->setOutputFilename(name);
-  return node;
-}
-
-QStringList names(const NodeInfo::Ptr& parent) {
-  QStringList result;
-  for (const NodeInfo::Ptr& child : parent->childNode()) result.append(child->outputFilename());
-  return result;
-}
+using modeltest::namedNode;
+using modeltest::outputNames;
 
 // Logs the tree's announcements and checks that each structural change is
 // announced before it happens. (The window tests run the list model that
@@ -65,19 +56,19 @@ TEST(NodeTreeOwner, EveryStructuralChangeIsAnnouncedWithItsRowsDownToChildrenOfC
   NodeTree tree;
   ChangeRecorder recorder(tree);
   const NodeInfo::Ptr root = tree.root();
-  const NodeInfo::Ptr a = fileNamed("a");
-  const NodeInfo::Ptr b = fileNamed("b");
-  const NodeInfo::Ptr c = fileNamed("c");
+  const NodeInfo::Ptr a = namedNode("a");
+  const NodeInfo::Ptr b = namedNode("b");
+  const NodeInfo::Ptr c = namedNode("c");
 
   tree.addChild(root, a);
   tree.addChild(root, c);
   tree.addChild(root, b, 1);
-  tree.addChild(root, fileNamed("d"), 99);
-  EXPECT_EQ(names(root), QStringList({"a", "b", "c", "d"}));
+  tree.addChild(root, namedNode("d"), 99);
+  EXPECT_EQ(outputNames(root->childNode()), QStringList({"a", "b", "c", "d"}));
   for (const NodeInfo::Ptr& child : root->childNode()) EXPECT_EQ(child->parentNode(), root);
 
   tree.moveChild(root, 0, 2);
-  EXPECT_EQ(names(root), QStringList({"b", "c", "a", "d"}));
+  EXPECT_EQ(outputNames(root->childNode()), QStringList({"b", "c", "a", "d"}));
   tree.moveChild(root, 3, 0);
   tree.moveChild(root, 0, 7);
   tree.removeFromParent(c);
@@ -93,12 +84,12 @@ TEST(NodeTreeOwner, EveryStructuralChangeIsAnnouncedWithItsRowsDownToChildrenOfC
 
   // Children of children are followed; a group outside the tree is built without announcements.
   recorder.log.clear();
-  const NodeInfo::Ptr group = fileNamed("group", NodeInfo::kTypeMerged);
-  tree.addChild(group, fileNamed("before"));
+  const NodeInfo::Ptr group = namedNode("group", NodeInfo::kTypeMerged);
+  tree.addChild(group, namedNode("before"));
   EXPECT_TRUE(recorder.log.isEmpty());
   EXPECT_FALSE(tree.contains(group));
   tree.addChild(tree.root(), group);
-  tree.addChild(group, fileNamed("inside"));
+  tree.addChild(group, namedNode("inside"));
   EXPECT_TRUE(tree.contains(group->getChildNodeAtIndex(1)));
   tree.noteChanged(group->getChildNodeAtIndex(0));
   EXPECT_EQ(recorder.log, QStringList({"added 0", "added 1", "changed before"}));
@@ -107,12 +98,12 @@ TEST(NodeTreeOwner, EveryStructuralChangeIsAnnouncedWithItsRowsDownToChildrenOfC
 TEST(NodeTreeOwner, CheckMarksPassDownAndEveryTouchedRowIsAnnounced) {
   NodeTree tree;
   ChangeRecorder recorder(tree);
-  const NodeInfo::Ptr group = fileNamed("clips", NodeInfo::kTypeGroup);
-  const NodeInfo::Ptr file = fileNamed("file");
+  const NodeInfo::Ptr group = namedNode("clips", NodeInfo::kTypeGroup);
+  const NodeInfo::Ptr file = namedNode("file");
   tree.addChild(tree.root(), group);
   tree.addChild(tree.root(), file);
-  tree.addChild(group, fileNamed("one"));
-  tree.addChild(group, fileNamed("two"));
+  tree.addChild(group, namedNode("one"));
+  tree.addChild(group, namedNode("two"));
   recorder.log.clear();
 
   tree.setSelected(group, false);
@@ -125,20 +116,20 @@ TEST(NodeTreeOwner, MergingMovesItemsIntoTheGroupCountsTheirLinksAndDropsEmptied
   UIInfoDB db;
   NodeTree& list = NodeInfoAction::mainList(db);
   ChangeRecorder recorder(list);
-  const NodeInfo::Ptr split = fileNamed("split", NodeInfo::kTypeGroup);
-  const NodeInfo::Ptr file = fileNamed("file");
+  const NodeInfo::Ptr split = namedNode("split", NodeInfo::kTypeGroup);
+  const NodeInfo::Ptr file = namedNode("file");
   list.addChild(list.root(), split);
   list.addChild(list.root(), file);
-  list.addChild(split, fileNamed("clip1"));
-  list.addChild(split, fileNamed("clip2"));
+  list.addChild(split, namedNode("clip1"));
+  list.addChild(split, namedNode("clip2"));
   recorder.log.clear();
 
   const NodeInfo::List files = MainListAction::expandSlideAndMergeNode(db, {split, file});
   const NodeInfo::Ptr group = MainListAction::makeMergeBySelectedNodes(db, files);
 
   ASSERT_NE(group, nullptr);
-  EXPECT_EQ(names(list.root()), QStringList({group->outputFilename()}));
-  EXPECT_EQ(names(group), QStringList({"clip1", "clip2", "file"}));
+  EXPECT_EQ(outputNames(list.root()->childNode()), QStringList({group->outputFilename()}));
+  EXPECT_EQ(outputNames(group->childNode()), QStringList({"clip1", "clip2", "file"}));
   for (const NodeInfo::Ptr& member : group->childNode()) {
     EXPECT_EQ(member->parentNode(), group);
     EXPECT_EQ(member->type(), NodeInfo::kTypeMergeMember);

@@ -62,7 +62,7 @@ TEST(ProfileSettingInfo, TagEditingFollowsWhatTheTagLibrarySaysOfTheExtension) {
   }
 }
 
-TEST(MediaFileInfo, ACopySharesItsAudioStreamsButNotTheList) {
+TEST(MediaFileInfo, ACopySharesItsAudioStreamsButNotTheListAndSplitsAreBoundByTheLength) {
   MediaFileInfo source;
   auto stream = std::make_shared<AudioStream>();
   stream->setAudioStreamName(QStringLiteral("eng AAC stereo"));
@@ -75,9 +75,7 @@ TEST(MediaFileInfo, ACopySharesItsAudioStreamsButNotTheList) {
   copy.addAudioStream(std::make_shared<AudioStream>());
   EXPECT_EQ(source.arrAudioStream().size(), 1);
   EXPECT_EQ(copy.arrAudioStream().size(), 2);
-}
 
-TEST(SplitLimits, PiecesAreBoundByTheMinutesBegunAndOneClipASecond) {
   struct Case {
     int32_t seconds;
     int32_t startedMinutes;

@@ -71,13 +71,24 @@ ProfileSettingInfo smallProfile(const QString& format, const QString& extension,
   return profile;
 }
 
+NodeInfo::Ptr namedNode(const QString& name, int32_t type) {
+  NodeInfo::Ptr node = NodeInfo::create();
+  node->setType(type);
+  node->setOutputFilename(name);
+  return node;
+}
+
+QStringList outputNames(const NodeInfo::List& nodes) {
+  QStringList names;
+  for (const NodeInfo::Ptr& node : nodes) names.append(node->outputFilename());
+  return names;
+}
+
 void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder) {
   TestEnvironment::resetApplicationState();
   sysTmpPath = scratchFolder;
   videoImagePath = scratchFolder + QStringLiteral("/Images");
   VideoConverter_SetTempPath(engineFolder.toUtf8().constData());
 }
-
-void endWithEmptyList() { TestEnvironment::resetApplicationState(); }
 
 }  // namespace modeltest

@@ -29,10 +29,13 @@ ProfileSettingInfo smallProfile(const QString& format = QStringLiteral("mp4"),
                                 const QString& videoEncoder = QStringLiteral("mpeg4"),
                                 const QString& audioEncoder = QStringLiteral("aac"));
 
+// A node of `type` with the output name `name`, outside any tree.
+NodeInfo::Ptr namedNode(const QString& name, int32_t type = NodeInfo::kTypeFile);
+// The output names of the nodes, in order.
+QStringList outputNames(const NodeInfo::List& nodes);
+
 // A fresh application state: thumbnails go below `scratchFolder`, the
-// engine's scratch files into `engineFolder`.
+// engine's scratch files into `engineFolder`. (TestEnvironment resets it again.)
 void startWithEmptyList(const QString& scratchFolder, const QString& engineFolder);
-// Resets the application state again.
-void endWithEmptyList();
 
 }  // namespace modeltest
