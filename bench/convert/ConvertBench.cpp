@@ -3,10 +3,6 @@
 // settings, and prints each wall time and the ratio engine / ffmpeg.
 // Target: at most 0.95 on every job. Each side runs every job twice; the
 // faster run counts, which keeps other work on the machine out of the figures.
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -18,9 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "BenchMedia.h"
 #include "videoconverter.h"
-
-extern char** environ;
 
 namespace {
 
@@ -31,28 +26,10 @@ using Arguments = std::vector<std::string>;
 constexpr int kRuns = 2;
 constexpr const char* kFont = "DejaVu Sans";
 
-// Runs a program with its output thrown away; true when it exits with 0.
-bool runQuietly(const Arguments& arguments) {
-  std::vector<char*> argv;
-  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-  pid_t child = 0;
-  const int spawned = posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (spawned != 0) return false;
-  int status = 0;
-  waitpid(child, &status, 0);
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 bool ffmpeg(const Arguments& arguments) {
   Arguments command{"ffmpeg", "-nostdin", "-y", "-v", "error"};
   command.insert(command.end(), arguments.begin(), arguments.end());
-  return runQuietly(command);
+  return benchmedia::runQuietly(command) == 0;
 }
 
 template <std::size_t N>
