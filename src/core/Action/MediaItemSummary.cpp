@@ -1,7 +1,5 @@
 #include "MediaItemSummary.h"
 
-#include <QFileInfo>
-
 #include <array>
 
 #include "CommonClass/CommonClass.h"
@@ -41,7 +39,6 @@ MediaItemSummary MediaItemSummary::of(const NodeInfo& node) {
   const MediaFileInfo& media = node.mediaFileInfo();
   MediaItemSummary summary;
   summary.name = node.outputFilename();
-  summary.sourceName = node.type() == NodeInfo::kTypeFile ? QFileInfo(node.inputFilename()).fileName() : media.fileName();
   summary.duration = CommonClass::formatTimeForDouble(lengthShown(node));
   summary.hasVideo = media.frameWidth() > 0 && media.frameHeight() > 0;
   if (summary.hasVideo) summary.resolution = QStringLiteral("%1x%2").arg(media.frameWidth()).arg(media.frameHeight());
@@ -55,7 +52,8 @@ MediaItemSummary MediaItemSummary::of(const NodeInfo& node) {
     }
   }
   summary.childCount = node.getChildNodeCount();
-  if (QFileInfo::exists(media.imageName())) summary.thumbnailPath = media.imageName();
+  // Adding keeps the thumbnail's path only when the picture was made.
+  summary.thumbnailPath = media.imageName();
 
   const MediaFileInfo::AudioStreamList& streams = media.arrAudioStream();
   if (!streams.isEmpty()) {

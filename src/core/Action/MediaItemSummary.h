@@ -10,7 +10,6 @@
 
 struct MediaItemSummary {
   QString name;           // the output name, which the user edits
-  QString sourceName;     // the input file, or the group's name
   QString duration;       // "00:01:05"; of the trimmed part when trimmed
   QString resolution;     // "1280x720"; empty without a picture
   QString size;           // "12.3 MB"

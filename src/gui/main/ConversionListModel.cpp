@@ -12,8 +12,7 @@ void ConversionListModel::takeRows() {
   endResetModel();
   for (int row = 0; row < rowCount(); ++row) {
     ConvertView* view = controller_.convertViews()[static_cast<size_t>(row)].get();
-    connect(view, &ConvertView::changed, this, [this, row] { emit dataChanged(index(row), index(row)); },
-            Qt::UniqueConnection);
+    connect(view, &ConvertView::changed, this, [this, row] { emit dataChanged(index(row), index(row)); });
   }
 }
 

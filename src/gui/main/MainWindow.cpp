@@ -64,7 +64,7 @@ QListView* makeRowList(QWidget* parent) {
 
 }  // namespace
 
-MainWindow::MainWindow(UIInfoDB& db) : db_(db), controller_(db) {
+MainWindow::MainWindow(UIInfoDB& db) : controller_(db) {
   setAcceptDrops(true);
   skin_.initInfo(palette());
 
@@ -269,8 +269,6 @@ void MainWindow::addFiles(const QStringList& paths) {
   for (const QString& path : paths) absolute.append(QFileInfo(path).absoluteFilePath());
   if (!absolute.isEmpty()) controller_.addFilesToMainList(absolute);
 }
-
-void MainWindow::layOutMainForm() {}
 
 void MainWindow::createUpdater(bool checkNow) {
   if (checkNow) controller_.checkForUpdates(false);

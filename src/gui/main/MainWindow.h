@@ -43,7 +43,6 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   QListView* conversionList() const { return convertList_; }
 
   // MainWindowShell
-  void layOutMainForm() override;
   void createUpdater(bool checkNow) override;
   void setIdleState() override;
   bool isConversionListVisible() const override;
@@ -88,7 +87,6 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   void chooseAudioStream(const NodeInfo::Ptr& item, const QPoint& where);
   void runEnding(bool cancelled);
 
-  UIInfoDB& db_;
   MainFormController controller_;
   MetaEditFormController tagEditor_;
   ItemDefaultInfo skin_;

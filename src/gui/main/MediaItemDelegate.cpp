@@ -233,10 +233,11 @@ bool MediaItemDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, co
       emit partClicked(index, pressed, partRect(pressed, row));
       return true;
     }
-    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonDblClick: {
       // A double click on a button is two clicks, not a rename.
-      return partAt(row, static_cast<QMouseEvent*>(event)->position().toPoint()) != Part::None &&
-             partAt(row, static_cast<QMouseEvent*>(event)->position().toPoint()) != Part::Name;
+      const Part part = partAt(row, static_cast<QMouseEvent*>(event)->position().toPoint());
+      return part != Part::None && part != Part::Name;
+    }
     default:
       return QStyledItemDelegate::editorEvent(event, model, option, index);
   }

@@ -23,9 +23,6 @@ class PreviewPanel : public QWidget {
   // Playback needs the player; until then only the still picture is shown.
   void setPlaybackAvailable(bool available);
 
-  QSlider* slider() const { return slider_; }
-  QLabel* timeLabel() const { return time_; }
-
  signals:
   void snapshotFolderRequested();
 

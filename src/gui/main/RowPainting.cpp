@@ -9,12 +9,14 @@ namespace RowPainting {
 void drawText(QPainter* painter, const QRect& rect, const QString& text, const QPalette& palette,
               QPalette::ColorRole role, bool bold) {
   if (rect.isEmpty()) return;
-  QFont font = painter->font();
+  const QFont before = painter->font();
+  QFont font = before;
   font.setBold(bold);
   painter->setFont(font);
   painter->setPen(palette.color(role));
   const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideMiddle, rect.width());
   painter->drawText(rect, Qt::AlignVCenter | Qt::AlignLeft, shown);
+  painter->setFont(before);
 }
 
 void drawIcon(QPainter* painter, const QRect& rect, const QIcon& icon) {
