@@ -34,6 +34,7 @@ enum VideoConverterError {
   VC_ERROR_BUSY = -7,              // a conversion is still running
   VC_ERROR_TOO_MANY_RECORDS = -8,  // more than VC_MAX_MEDIA_ITEMS records
   VC_ERROR_NO_PREVIEW = -9,        // no preview is running, or it has shown no picture yet
+  VC_ERROR_CANNOT_WRITE = -10,     // a file could not be written (a missing folder, a full disk, no right)
 };
 
 // One audio stream of a probed file. 56 bytes, no padding.
@@ -353,6 +354,7 @@ int VideoConverter_IsEnd(void);
 int VideoConverter_GetCurrentBitmap(uint8_t** pixels, int* width, int* height, int* bytesPerRow, int* bitsPerPixel);
 // Writes the current result picture, as the view shows it, to a PNG, JPEG
 // or BMP file chosen by the name's ending. Waits for a seek asked for to arrive.
+// VC_ERROR_CANNOT_WRITE for another ending or a file that cannot be written.
 int VideoConverter_GetCurrentBitmap2(const char* path);
 int VideoConverter_SetReadCropDataFunction(VideoConverter_ReadDataFunction function);
 int VideoConverter_SetReadWatermarkDataFunction(VideoConverter_ReadDataFunction function);
