@@ -15,7 +15,7 @@ constexpr int kBytesPerFrame = 2 * sizeof(int16_t);
 // About half a second waits here for the output to pull it; the output
 // itself holds a tenth of a second more, which keeps pause and seek quick.
 constexpr qsizetype kRingFrames = VC_PREVIEW_SAMPLE_RATE / 2;
-constexpr qsizetype kOutputBufferBytes = VC_PREVIEW_SAMPLE_RATE / 10 * kBytesPerFrame;
+constexpr qsizetype kOutputBufferBytes = qsizetype{VC_PREVIEW_SAMPLE_RATE / 10} * kBytesPerFrame;
 
 int64_t bytesToUs(qint64 bytes) { return bytes / kBytesPerFrame * 1000000 / VC_PREVIEW_SAMPLE_RATE; }
 
