@@ -1,7 +1,7 @@
 // The preview view off screen: pictures handed over from another thread as
-// the renderer does, drawn letterboxed on black, the newest winning; a crop
-// handle dragged with the mouse over the real renderer's source picture; the
-// keys that ask the player for steps.
+// the renderer does, drawn letterboxed on black, the newest winning; the crop
+// and watermark rectangles dragged with the mouse over the real renderer's
+// source picture; the keys that ask the player for steps.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -97,10 +97,13 @@ TEST(PreviewViewTest, DrawsTheNewestPictureLetterboxedOnBlack) {
   EXPECT_EQ(shown(view).pixel(200, 150), qRgb(200, 10, 10));
 }
 
-TEST(PreviewViewTest, DraggingACropHandleWritesTheRenderedRecord) {
+TEST(PreviewViewTest, DraggingTheRectanglesWritesTheRenderedRecord) {
   static std::vector<int> cropReads;
+  static std::vector<int> watermarkReads;
   cropReads.clear();
+  watermarkReads.clear();
   VideoConverter_SetReadCropDataFunction([](int index) { cropReads.push_back(index); });
+  VideoConverter_SetReadWatermarkDataFunction([](int index) { watermarkReads.push_back(index); });
   const QByteArray path = testmedia::made(QStringLiteral("view-white.mp4"),
                                           testmedia::source(QStringLiteral("color=c=white:s=320x240:d=1")))
                               .toUtf8();
@@ -117,6 +120,14 @@ TEST(PreviewViewTest, DraggingACropHandleWritesTheRenderedRecord) {
   record.m_cropY = 30;
   record.m_cropW = 240;
   record.m_cropH = 180;
+  // A text watermark at (60, 50, 80, 40): (75, 62.5, 100, 50) in the view.
+  record.m_watermarkInfo.m_watermarkType = 2;
+  std::strcpy(record.m_watermarkInfo.m_text, "W");
+  record.m_watermarkInfo.m_transparency = 255;
+  record.m_watermarkInfo.m_x = 60;
+  record.m_watermarkInfo.m_y = 50;
+  record.m_watermarkInfo.m_w = 80;
+  record.m_watermarkInfo.m_h = 40;
 
   PreviewView source;
   PreviewView result;
@@ -130,6 +141,7 @@ TEST(PreviewViewTest, DraggingACropHandleWritesTheRenderedRecord) {
     ~StopRenderer() {
       VideoConverter_Destory();
       VideoConverter_SetReadCropDataFunction(nullptr);
+      VideoConverter_SetReadWatermarkDataFunction(nullptr);
     }
   } stopRenderer;
   source.setCropEditing(true);
@@ -159,6 +171,18 @@ TEST(PreviewViewTest, DraggingACropHandleWritesTheRenderedRecord) {
   EXPECT_EQ(record.m_cropH, 120);
   EXPECT_EQ(cropReads, std::vector<int>{0});
   EXPECT_TRUE(dimmed(shown(source).pixel(cutByTheDrag)));
+
+  // The watermark, moved by its inside 25 view pixels down and right: 20 source pixels.
+  source.setWatermarkEditing(true);
+  QTest::mousePress(&source, Qt::LeftButton, {}, QPoint(125, 87));
+  QTest::mouseMove(&source, QPoint(150, 112));
+  QTest::mouseRelease(&source, Qt::LeftButton, {}, QPoint(150, 112));
+  EXPECT_EQ(record.m_watermarkInfo.m_x, 80);
+  EXPECT_EQ(record.m_watermarkInfo.m_y, 70);
+  EXPECT_EQ(record.m_watermarkInfo.m_w, 80);
+  EXPECT_EQ(record.m_watermarkInfo.m_h, 40);
+  EXPECT_EQ(watermarkReads, std::vector<int>{0});
+  EXPECT_EQ(cropReads, std::vector<int>{0});
 }
 
 TEST(PreviewViewTest, KeysAskThePlayerForPlayPauseAndSteps) {
