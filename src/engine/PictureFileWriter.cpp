@@ -17,13 +17,16 @@ extern "C" {
 namespace engine {
 namespace {
 
+std::string lowered(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+  return text;
+}
+
 std::string endingOf(const std::string& path) {
   const std::size_t dot = path.find_last_of('.');
   const std::size_t slash = path.find_last_of('/');
   if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return "";
-  std::string ending = path.substr(dot + 1);
-  std::transform(ending.begin(), ending.end(), ending.begin(), [](unsigned char c) { return std::tolower(c); });
-  return ending;
+  return path.substr(dot + 1);
 }
 
 FramePtr converted(const AVFrame& picture, AVPixelFormat format) {
@@ -91,11 +94,15 @@ bool writeBmp(const AVFrame& picture, const std::string& path, std::string& erro
 }  // namespace
 
 bool writePictureFile(const AVFrame& picture, const std::string& path, std::string& error) {
-  const std::string ending = endingOf(path);
+  return writePictureFile(picture, endingOf(path), path, error);
+}
+
+bool writePictureFile(const AVFrame& picture, const std::string& kind, const std::string& path, std::string& error) {
+  const std::string ending = lowered(kind);
   if (ending == "png") return writeEncoded(picture, AV_CODEC_ID_PNG, AV_PIX_FMT_RGB24, path, error);
   if (ending == "jpg" || ending == "jpeg") return writeEncoded(picture, AV_CODEC_ID_MJPEG, AV_PIX_FMT_YUVJ420P, path, error);
   if (ending == "bmp") return writeBmp(picture, path, error);
-  error = "a picture is written as .png, .jpg or .bmp, not " + path;
+  error = "a picture is written as PNG, JPEG or BMP, not " + (kind.empty() ? path : kind);
   return false;
 }
 

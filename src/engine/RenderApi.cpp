@@ -79,7 +79,7 @@ extern "C" int VideoConverter_Render(MediaItem* items, void* view, int viewWidth
   if (items == nullptr || count < 1 || viewWidth < 0 || viewHeight < 0) return VC_ERROR_INVALID_ARGUMENT;
   if (count > VC_MAX_MEDIA_ITEMS) return VC_ERROR_TOO_MANY_RECORDS;
   for (int i = 0; i < count; ++i) {
-    if (items[i].m_cbsize != VC_MEDIA_ITEM_SIZE) return VC_ERROR_INVALID_ARGUMENT;
+    if (items[i].m_cbsize != VC_MEDIA_ITEM_SIZE || items[i].m_FileName[0] == '\0') return VC_ERROR_INVALID_ARGUMENT;
   }
   const engine::PreviewView first{static_cast<const VideoConverter_RenderView*>(view), viewWidth, viewHeight};
   const engine::PreviewView second{static_cast<const VideoConverter_RenderView*>(effectView), effectViewWidth,
@@ -177,6 +177,24 @@ extern "C" int VideoConverter_GetCurrentBitmap2(const char* path) {
     if (picture == nullptr) return VC_ERROR_NO_PREVIEW;
     return engine::writePictureFile(*picture, path, error) ? 0 : VC_ERROR_CANNOT_WRITE;
   });
+}
+
+extern "C" int VideoConverter_SavePicture(const uint8_t* pixels, int width, int height, int bytesPerRow,
+                                          const char* kind, const char* path) {
+  if (pixels == nullptr || kind == nullptr || path == nullptr || *path == '\0' || width < 1 || height < 1 ||
+      bytesPerRow < width * 4) {
+    return VC_ERROR_INVALID_ARGUMENT;
+  }
+  // The caller's pixels, borrowed by a frame that does not own them.
+  engine::FramePtr picture(av_frame_alloc());
+  if (picture == nullptr) return VC_ERROR_OUT_OF_MEMORY;
+  picture->data[0] = const_cast<uint8_t*>(pixels);
+  picture->linesize[0] = bytesPerRow;
+  picture->width = width;
+  picture->height = height;
+  picture->format = AV_PIX_FMT_RGB0;
+  std::string error;
+  return engine::writePictureFile(*picture, kind, path, error) ? 0 : VC_ERROR_CANNOT_WRITE;
 }
 
 extern "C" int VideoConverter_SetReadCropDataFunction(VideoConverter_ReadDataFunction function) {

@@ -325,7 +325,9 @@ typedef struct VideoConverter_RenderView {
 // the first view shows the source and the second the result. Pictures are
 // scaled to the views' sizes. The renderer reads the records in place while it
 // runs: a change shows on the next pictures, or at once while paused. Starting
-// stops a preview already running. Returns 0, VC_ERROR_INVALID_ARGUMENT,
+// stops a preview already running. A record without a file name is an
+// invalid argument; a file that cannot be read passes as silence and leaves
+// the last picture standing. Returns 0, VC_ERROR_INVALID_ARGUMENT,
 // VC_ERROR_TOO_MANY_RECORDS or VC_ERROR_OUT_OF_MEMORY.
 int VideoConverter_Render(MediaItem* items, void* view, int viewWidth, int viewHeight, int count, void* effectView,
                           int effectViewWidth, int effectViewHeight);
@@ -356,6 +358,10 @@ int VideoConverter_GetCurrentBitmap(uint8_t** pixels, int* width, int* height, i
 // or BMP file chosen by the name's ending. Waits for a seek asked for to arrive.
 // VC_ERROR_CANNOT_WRITE for another ending or a file that cannot be written.
 int VideoConverter_GetCurrentBitmap2(const char* path);
+// Saves a picture of 4-byte pixels R, G, B, unused as "png", "jpg" or "bmp"
+// (`kind`) to a path. Returns 0, VC_ERROR_INVALID_ARGUMENT or VC_ERROR_CANNOT_WRITE.
+int VideoConverter_SavePicture(const uint8_t* pixels, int width, int height, int bytesPerRow, const char* kind,
+                               const char* path);
 int VideoConverter_SetReadCropDataFunction(VideoConverter_ReadDataFunction function);
 int VideoConverter_SetReadWatermarkDataFunction(VideoConverter_ReadDataFunction function);
 
