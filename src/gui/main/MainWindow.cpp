@@ -39,6 +39,9 @@
 
 namespace {
 
+// How long a passing message stays in the status bar.
+constexpr int kStatusMessageMs = 6000;
+
 QStringList localFiles(const QMimeData* data) {
   QStringList paths;
   if (data == nullptr) return paths;
@@ -77,6 +80,7 @@ MainWindow::MainWindow(UIInfoDB& db) : controller_(db) {
   pages_->addWidget(convertList_);
 
   preview_ = new PreviewPanel(this);
+  connect(preview_, &PreviewPanel::snapshotRequested, this, &MainWindow::takeSnapshot);
   connect(preview_, &PreviewPanel::snapshotFolderRequested, this, [] {
     CommonClass::creatOutputDirectory(photoOutputPath);
     if (Workspace* workspace = PlatformServices::workspace()) workspace->revealInFileViewer(photoOutputPath);
@@ -133,7 +137,9 @@ QWidget* MainWindow::makeListPage() {
           [this](const QModelIndex& index) { list_->update(index); });
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, &MainWindow::currentItemChanged);
   connect(listModel_, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
-    if (first.row() == list_->currentIndex().row()) currentItemChanged();
+    if (first.row() != list_->currentIndex().row()) return;
+    currentItemChanged();
+    preview_->itemEdited(currentItem());
   });
   connect(listModel_, &QAbstractItemModel::rowsRemoved, this, &MainWindow::currentItemChanged);
 
@@ -409,6 +415,14 @@ void MainWindow::showAbout() {
 void MainWindow::chooseOutputFolder() {
   controller_.selectPath();
   outputFolder_->setText(QDir::toNativeSeparators(controller_.outputFolder()));
+}
+
+void MainWindow::takeSnapshot() {
+  const QString path = controller_.photoButtonClick(
+      [this](const QString& file, int32_t imageType) { return preview_->takeSnapshot(file, imageType); });
+  statusBar()->showMessage(path.isEmpty() ? tr("The snapshot could not be saved in %1").arg(photoOutputPath)
+                                          : tr("Snapshot saved: %1").arg(QDir::toNativeSeparators(path)),
+                           kStatusMessageMs);
 }
 
 void MainWindow::startConversion() {
