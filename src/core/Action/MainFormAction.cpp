@@ -50,3 +50,9 @@ void MainFormAction::batchFinished() {
   failedCount_ = 0;
   emit finished();
 }
+
+void MainFormAction::addNodeToRootNode(UIInfoDB& db, const NodeInfo::Ptr& node) {
+  if (node == nullptr) return;
+  NodeTree& list = NodeInfoAction::mainList(db);
+  list.addChild(list.root(), node);
+}

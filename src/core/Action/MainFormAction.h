@@ -42,6 +42,9 @@ class MainFormAction : public QObject {
   int doneCount() const { return importer_.doneCount(); }
   int totalCount() const { return importer_.totalCount(); }
 
+  // Appends `node` to the main list.
+  static void addNodeToRootNode(UIInfoDB& db, const NodeInfo::Ptr& node);
+
   // "There is 1 file:\n<names> Decode failed" or "There are <n> files:\n...".
   static QString decodeFailedTitle(int count, const QString& failedNames);
 

@@ -305,6 +305,26 @@ void MainFormController::addItemView(const NodeInfo::Ptr& node) {
   mainList().noteChanged(node);
 }
 
+void MainFormController::addTrimItemView(const NodeInfo::Ptr& node) {
+  mainList().noteChanged(node);
+  updateListState();
+}
+
+void MainFormController::trimWindowClose(TrimFormController* /*controller*/) {
+  isShowWindow_ = false;
+  updateListState();
+}
+
+void MainFormController::splitWindowClose(SplitController* /*controller*/) {
+  isShowWindow_ = false;
+  for (const NodeInfo::Ptr& item : videoData()) mainList().noteChanged(item);
+}
+
+void MainFormController::editWindowClose(const NodeInfo::Ptr& node) {
+  isShowWindow_ = false;
+  if (node != nullptr) mainList().noteChanged(node);
+}
+
 void MainFormController::addingEnded() {
   updateListState();
   emit addingFinished();

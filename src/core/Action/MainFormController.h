@@ -18,14 +18,22 @@
 
 #include "Action/ConvertView.h"
 #include "Action/ConvertViewList.h"
+#include "Action/EditFormController.h"
 #include "Action/ListThumbnails.h"
 #include "Action/MainFormAction.h"
+#include "Action/SplitController.h"
+#include "Action/TrimCommit.h"
 #include "Action/UpdateCheck.h"
 #include "Profile/KMVProfileDataInfo.h"
 #include "ValueObject/NodeInfo.h"
 #include "ValueObject/UIInfoDB.h"
 
-class MainFormController : public QObject, public MainFormActionDelegate, public ConvertViewListDelegate {
+class MainFormController : public QObject,
+                           public MainFormActionDelegate,
+                           public ConvertViewListDelegate,
+                           public TrimFormDelegate,
+                           public SplitControllerDelegate,
+                           public EditFormDelegate {
   Q_OBJECT
 
  public:
@@ -106,7 +114,7 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   void mergeNode(const NodeInfo::List& selection);
   // Copies the current item's profile to every item when `applyAllChecked`.
   void applyToAll(const NodeInfo::Ptr& current, bool applyAllChecked);
-  void deleteItemView(const NodeInfo::Ptr& item);
+  void deleteItemView(const NodeInfo::Ptr& item) override;
   void moveUpClick(const NodeInfo::Ptr& item);
   void moveNextClick(const NodeInfo::Ptr& item);
 
@@ -151,6 +159,12 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   void addItemView(const NodeInfo::Ptr& node) override;
   void convertEnd() override;
   void showMessage(const QString& message) override;
+  // The editors' side: the trim window adds rows for its segments; every
+  // editor's closing ends isShowWindow and repaints what it changed.
+  void addTrimItemView(const NodeInfo::Ptr& node) override;
+  void trimWindowClose(TrimFormController* controller) override;
+  void splitWindowClose(SplitController* controller) override;
+  void editWindowClose(const NodeInfo::Ptr& node) override;
 
  signals:
   void windowStateChanged(MainFormController::WindowState state);

@@ -15,6 +15,14 @@ NodeInfo::List NodeInfoAction::getChildNodeData(const NodeInfo::Ptr& node) {
   return node->childNode();
 }
 
+NodeInfo::List NodeInfoAction::getSuitableNode(UIInfoDB& db) {
+  NodeInfo::List items;
+  for (const NodeInfo::Ptr& item : getRootNode(db)->childNode()) {
+    if (item->type() != NodeInfo::kTypeMerged) items.append(item);
+  }
+  return items;
+}
+
 void NodeInfoAction::updateNodeInfo(const NodeInfo::Ptr& mergedNode) {
   if (!mergedNode) return;
   double totalTime = 0;

@@ -33,6 +33,8 @@ class NodeInfoAction {
   // The file nodes a node stands for: the children of a merged node, in
   // order, or the node itself.
   static NodeInfo::List getChildNodeData(const NodeInfo::Ptr& node);
+  // The items the editors' strips offer: every item of the main list but merge groups.
+  static NodeInfo::List getSuitableNode(UIInfoDB& db);
   // Recomputes a merged node's length, size and trim from its children. A
   // merged node's size is in kilobytes while a file's is in bytes.
   static void updateNodeInfo(const NodeInfo::Ptr& mergedNode);

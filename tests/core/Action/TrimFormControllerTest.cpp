@@ -1,0 +1,206 @@
+// The trim window's logic on items read from real files, with the real
+// preview and the main window's list logic as its delegate: segment numbers,
+// markers and steppers, and what closing does to the list in each case.
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+
+#include <cmath>
+
+#include "Action/MainFormController.h"
+#include "Action/NodeInfoAction.h"
+#include "Action/TrimFormController.h"
+#include "CommonClass/NotificationCenter.h"
+#include "EventLoopWait.h"
+#include "GeneratedMedia.h"
+#include "support/ListItems.h"
+
+namespace {
+
+class TrimWindow : public testing::Test {
+ protected:
+  void SetUp() override {
+    modeltest::startWithEmptyList(media.path(QStringLiteral("scratch")), media.path(QStringLiteral("engine")));
+    controller.setDelegate(&mainWindow);
+    controller.player().setVideoView({nullptr, 160, 120});
+  }
+
+  NodeInfo::Ptr item(const QString& name, double seconds = 4) {
+    return modeltest::addToList(db, {media.clip(name, seconds, 1, QStringLiteral("160x120"))},
+                                media.path(QStringLiteral("scratch")))
+        .front();
+  }
+  NodeInfo::List listed() { return NodeInfoAction::getRootNode(db)->childNode(); }
+  QStringList rowTexts(int row) const {
+    QStringList texts;
+    for (const QString& column : TrimSegmentList::columns()) texts.append(controller.segments().cellText(row, column));
+    return texts;
+  }
+  void setSegment(int row, double start, double end) {
+    controller.tableViewSelectDidChange(row);
+    controller.startTimeChange(start);
+    controller.endTimeChange(end);
+  }
+
+  testmedia::Folder media;
+  UIInfoDB db;
+  MainFormController mainWindow{db};
+  TrimFormController controller{db};
+};
+
+TEST_F(TrimWindow, AFileOpensWithOneFullSegmentAndClosingUntouchedChangesNothing) {
+  const NodeInfo::Ptr node = item(QStringLiteral("whole.mp4"));
+  int closes = 0;
+  QObject::connect(&controller, &TrimFormController::windowClosed, [&] { ++closes; });
+  controller.showWindowModal(TrimFormController::getSuitableNode(db), node);
+  EXPECT_TRUE(controller.player().isPlaying());
+  EXPECT_TRUE(controller.player().player().isPlayingOriginal());
+  ASSERT_EQ(controller.segments().count(), 1);
+  EXPECT_EQ(controller.selectedRow(), 0);
+  EXPECT_EQ(rowTexts(0), QStringList({QStringLiteral("whole_segment01"), QStringLiteral("00:00:00"),
+                                      QStringLiteral("00:00:04"), QStringLiteral("00:00:04")}));
+  EXPECT_EQ(controller.segments().at(0)->type(), NodeInfo::kTypeSegment);
+  EXPECT_DOUBLE_EQ(controller.rightMarker(), 4);
+
+  controller.cancelButtonClick();
+  EXPECT_EQ(closes, 1);
+  EXPECT_FALSE(controller.player().isPlaying());
+  EXPECT_EQ(listed(), NodeInfo::List({node}));
+  EXPECT_EQ(node->type(), NodeInfo::kTypeFile);
+  EXPECT_EQ(node->getChildNodeCount(), 0);
+  EXPECT_EQ(node->trimSettingInfo().endTime(), 4);
+}
+
+TEST_F(TrimWindow, NumbersContinueAfterTheHighestAndTheTableIsNeverEmpty) {
+  const NodeInfo::Ptr node = item(QStringLiteral("count.mp4"));
+  controller.showWindowModal({node});
+  controller.addSegment();
+  controller.addSegment();
+  EXPECT_EQ(controller.selectedRow(), 2);
+  controller.tableViewSelectDidChange(1);
+  controller.deleteSegment();
+  EXPECT_EQ(controller.selectedRow(), 1);  // the row after the deleted one
+  controller.addSegment();
+  EXPECT_EQ(modeltest::outputNames(controller.segments().curVideoChildren()),
+            QStringList({QStringLiteral("count_segment01"), QStringLiteral("count_segment03"),
+                         QStringLiteral("count_segment04")}));
+
+  for (int left = 3; left > 0; --left) {
+    controller.tableViewSelectDidChange(left - 1);
+    controller.deleteSegment();
+  }
+  ASSERT_EQ(controller.segments().count(), 1);
+  EXPECT_EQ(controller.segments().at(0)->outputFilename(), QStringLiteral("count_segment01"));
+  EXPECT_EQ(controller.segments().at(0)->trimSettingInfo().endTime(), 4);
+}
+
+TEST_F(TrimWindow, MarkersWriteTheSelectedSegmentAndSeekOnceTheyRest) {
+  const NodeInfo::Ptr node = item(QStringLiteral("markers.mp4"));
+  controller.showWindowModal({node});
+  controller.pauseButtonClick();
+  int tableChanges = 0;
+  QObject::connect(&controller, &TrimFormController::tableChanged, [&] { ++tableChanges; });
+  NotificationCenter& center = NotificationCenter::defaultCenter();
+  center.postNotificationName(QLatin1String(TrimFormController::kStartTimeChange), 0.5);
+  center.postNotificationName(QLatin1String(TrimFormController::kStartTimeChange), 1.6);
+  center.postNotificationName(QLatin1String(TrimFormController::kEndTimeChange), 3.2);
+  EXPECT_EQ(tableChanges, 3);
+  EXPECT_EQ(rowTexts(0).mid(1),
+            QStringList({QStringLiteral("00:00:01"), QStringLiteral("00:00:03"), QStringLiteral("00:00:02")}));
+  EXPECT_EQ(controller.segments().at(0)->mediaFileInfo().iTotalTime(), 2);
+  PlayVideo& player = controller.player().player();
+  EXPECT_TRUE(waitUntil([&] { return std::abs(player.getCurrentTime() / 1e6 - 3.2) < 0.05; }));
+
+  controller.stepStart(1);
+  controller.stepStart(1);
+  EXPECT_EQ(controller.startStepperText(), QStringLiteral("00:00:03"));
+  controller.trimStartOKButtonClick();
+  EXPECT_DOUBLE_EQ(controller.leftMarker(), 3.6);  // the stepper counts on from the marker's 1.6
+  EXPECT_EQ(controller.segments().at(0)->trimSettingInfo().startTime(), 3);
+  controller.stepEnd(5);
+  EXPECT_DOUBLE_EQ(controller.endStepperValue(), 4);  // held at the file's length
+
+  controller.player().setCurrentTime(2.5);
+  ASSERT_TRUE(waitUntil([&] { return std::abs(player.getCurrentTime() / 1e6 - 2.5) < 0.05; }));
+  controller.player().getVideoCurrentTime();
+  controller.trimButtonGoLeft();
+  EXPECT_EQ(controller.segments().at(0)->trimSettingInfo().startTime(), 2);
+}
+
+TEST_F(TrimWindow, SegmentsBecomeItemsAndReopeningContinuesThemUntilTheTrimIsUndone) {
+  const NodeInfo::Ptr node = item(QStringLiteral("cut.mp4"));
+  const NodeInfo::Ptr other = item(QStringLiteral("other.mp4"));
+  controller.showWindowModal(TrimFormController::getSuitableNode(db), node);
+  setSegment(0, 0, 1);
+  controller.addSegment();
+  setSegment(1, 2, 4);
+  controller.doneButtonClick();
+
+  const NodeInfo::List rows = listed();
+  ASSERT_EQ(rows.size(), 3);
+  EXPECT_EQ(rows[0], other);
+  EXPECT_EQ(modeltest::outputNames(rows.mid(1)),
+            QStringList({QStringLiteral("cut_segment01"), QStringLiteral("cut_segment02")}));
+  EXPECT_EQ(node->type(), NodeInfo::kTypeTrimmed);
+  EXPECT_EQ(node->childNode(), rows.mid(1));
+  for (const NodeInfo::Ptr& segment : rows.mid(1)) {
+    EXPECT_EQ(segment->type(), NodeInfo::kTypeFile);
+    EXPECT_EQ(segment->trimParentNode(), node);
+    EXPECT_TRUE(QFileInfo::exists(segment->mediaFileInfo().imageName()));
+  }
+  EXPECT_EQ(rows[2]->trimSettingInfo().startTime(), 2);
+  EXPECT_EQ(rows[2]->mediaFileInfo().iTotalTime(), 2);
+  EXPECT_TRUE(rows[1]->mediaFileInfo().imageName().endsWith(QStringLiteral("cut_segment013.bmp")));
+
+  // Opened from one of its segments, the file shows all of them, and new ones count on.
+  EXPECT_EQ(TrimFormController::getSuitableNode(db), NodeInfo::List({other, node}));
+  controller.showWindowModal(TrimFormController::getSuitableNode(db), rows[2]);
+  EXPECT_EQ(controller.nodeInfo(), node);
+  EXPECT_EQ(controller.selectVideoIndex(), 1);
+  EXPECT_FALSE(controller.isMergeChecked());
+  controller.addSegment();
+  EXPECT_EQ(controller.segments().at(2)->outputFilename(), QStringLiteral("cut_segment03"));
+  controller.tableViewSelectDidChange(0);
+  controller.deleteSegment();
+  controller.deleteSegment();
+  setSegment(0, 0, 4);
+  // Moving to another file applies this one: one full segment puts the file back as it was.
+  controller.itemViewClick(other);
+  EXPECT_EQ(listed(), NodeInfo::List({other, node}));
+  EXPECT_EQ(node->type(), NodeInfo::kTypeFile);
+  EXPECT_EQ(node->getChildNodeCount(), 0);
+  EXPECT_EQ(node->trimSettingInfo().endTime(), 4);
+  controller.windowShouldClose();
+  EXPECT_EQ(listed(), NodeInfo::List({other, node}));
+}
+
+TEST_F(TrimWindow, MergedSegmentsStayChildrenOfTheOneItem) {
+  const NodeInfo::Ptr node = item(QStringLiteral("merge.mp4"));
+  node->effectSettingInfo().setBrightness(30);
+  controller.showWindowModal({node});
+  controller.setMergeChecked(true);
+  setSegment(0, 0, 1);
+  controller.addSegment();
+  setSegment(1, 3, 4);
+  controller.doneButtonClick();
+
+  EXPECT_EQ(listed(), NodeInfo::List({node}));
+  EXPECT_EQ(node->type(), NodeInfo::kTypeFile);
+  ASSERT_EQ(node->getChildNodeCount(), 2);
+  EXPECT_EQ(node->getChildNodeAtIndex(1)->trimSettingInfo().startTime(), 3);
+  EXPECT_EQ(node->getChildNodeAtIndex(0)->effectSettingInfo(), EffectSettingInfo());
+  EXPECT_EQ(node->getChildNodeAtIndex(0)->cropSettingInfo().w(), 160);
+  EXPECT_EQ(node->mediaFileInfo().iTotalTime(), 2);
+  EXPECT_EQ(node->trimSettingInfo().endTime(), 2);
+  EXPECT_EQ(node->effectSettingInfo(), EffectSettingInfo());
+
+  // Reopened, the merge stays ticked, so closing keeps the segments merged.
+  controller.showWindowModal({node});
+  EXPECT_TRUE(controller.isMergeChecked());
+  EXPECT_EQ(controller.segments().count(), 2);
+  controller.cancelButtonClick();
+  EXPECT_EQ(listed(), NodeInfo::List({node}));
+  EXPECT_EQ(node->getChildNodeCount(), 2);
+}
+
+}  // namespace
