@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -16,10 +17,14 @@
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
+#include "Profile/KMVProfileCatalog.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MainWindow.h"
 #include "main/MediaItemDelegate.h"
 #include "main/PreviewPanel.h"
+#include "options/OptionsDialog.h"
+#include "settings/SettingsDialog.h"
+#include "tags/TagEditorDialog.h"
 
 namespace {
 
@@ -207,6 +212,42 @@ TEST_F(MainWindowTest, ThePreviewPlaysTheCurrentItemAndSavesNumberedSnapshots) {
   QTest::mouseClick(buttonNamed(window.get(), QStringLiteral("Convert")), Qt::LeftButton);
   EXPECT_FALSE(preview->player().isPlaying());
   window->controller().cancelAllConvert();
+}
+
+// Where screenshots are asked for, a window is kept as a picture.
+void keepPicture(QWidget* window, const QString& name) {
+  if (const QString folder = qEnvironmentVariable("VC_SCREENSHOT_DIR"); !folder.isEmpty()) {
+    window->grab().save(folder + QLatin1Char('/') + name);
+  }
+}
+
+TEST_F(MainWindowTest, TheSmallWindowsOpenOnTheCurrentItemAndTheOptionsAreStored) {
+  addClips({"one.mp4"});
+  const NodeInfo::Ptr item = window->controller().videoData().front();
+  const KMVProfileCatalog::Entry entry =
+      KMVProfileCatalog::sharedCatalog().profileNamed(item->curProfileSetting().profileName());
+  ASSERT_NE(entry, nullptr);
+  SettingsDialog settings(*entry, item, window.get());
+  settings.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&settings));
+  for (QComboBox* list : settings.findChildren<QComboBox*>()) EXPECT_GT(list->count(), 0);
+  keepPicture(&settings, QStringLiteral("settings.png"));
+
+  MetaEditFormController tags;
+  TagEditorDialog tagEditor(tags, window->controller().videoData(), item, window.get());
+  tagEditor.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&tagEditor));
+  keepPicture(&tagEditor, QStringLiteral("tags.png"));
+
+  OptionsDialog options(window.get());
+  options.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&options));
+  keepPicture(&options, QStringLiteral("options.png"));
+  QComboBox* format = options.findChild<QComboBox*>();
+  format->setCurrentIndex(format->findData(QStringLiteral("png")));
+  options.accept();
+  EXPECT_EQ(options.result(), QDialog::Accepted);
+  EXPECT_EQ(photoOutputFormat, QStringLiteral("png"));
 }
 
 }  // namespace

@@ -34,6 +34,7 @@
 #include "main/MediaListModel.h"
 #include "main/PreviewPanel.h"
 #include "main/ProfileMenu.h"
+#include "options/OptionsDialog.h"
 #include "settings/SettingsDialog.h"
 #include "tags/TagEditorDialog.h"
 
@@ -246,6 +247,7 @@ void MainWindow::makeMenus() {
 
   QMenu* convert = menuBar()->addMenu(tr("&Convert"));
   itemCommands_.append(addCommand(convert, tr("&Settings..."), QKeySequence(tr("Ctrl+,")), &MainWindow::showSettings));
+  addCommand(edit, tr("&Options..."), QKeySequence(tr("Ctrl+Shift+,")), &MainWindow::showOptions);
   convertAction_ = addCommand(convert, tr("&Convert"), QKeySequence(tr("Ctrl+Return")), &MainWindow::startConversion);
   cancelAction_ = convert->addAction(tr("C&ancel Conversion"), &controller_,
                                      &MainFormController::cancelConvertButtonClick);
@@ -388,6 +390,13 @@ void MainWindow::showSettings() {
   if (dialog.exec() != QDialog::Accepted) return;
   controller_.itemChanged(item);
   controller_.applyToAll(item, applyToAll_->isChecked());
+}
+
+void MainWindow::showOptions() {
+  OptionsDialog dialog(this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  controller_.setOutputFolder(DefOutputPath);
+  outputFolder_->setText(QDir::toNativeSeparators(DefOutputPath));
 }
 
 void MainWindow::showProperties() {

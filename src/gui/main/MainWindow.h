@@ -79,6 +79,7 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   void editTags();
   void editTagsOf(const NodeInfo::Ptr& item);
   void showSettings();
+  void showOptions();
   void showProperties();
   void showAbout();
   void chooseOutputFolder();
