@@ -5,18 +5,6 @@
 
 namespace {
 
-const SettingRange& rangeOf(EffectFormAction::SliderId id) {
-  using Id = EffectFormAction::SliderId;
-  switch (id) {
-    case Id::kBrightness: return EffectSettingInfo::kBrightnessRange;
-    case Id::kContrast: return EffectSettingInfo::kContrastRange;
-    case Id::kSaturation: return EffectSettingInfo::kSaturationRange;
-    case Id::kVolume: return EffectSettingInfo::kVolumeRange;
-    case Id::kDepth: return EffectSettingInfo::kDepthRange;
-    default: return EffectSettingInfo::kFadeRange;
-  }
-}
-
 QString labelOf(EffectFormAction::SliderId id, int32_t value) {
   using Id = EffectFormAction::SliderId;
   switch (id) {
@@ -38,6 +26,17 @@ int32_t valueAt(const Choices& choices, int position) {
 }
 
 }  // namespace
+
+const SettingRange& EffectFormAction::rangeOf(SliderId id) {
+  switch (id) {
+    case kBrightness: return EffectSettingInfo::kBrightnessRange;
+    case kContrast: return EffectSettingInfo::kContrastRange;
+    case kSaturation: return EffectSettingInfo::kSaturationRange;
+    case kVolume: return EffectSettingInfo::kVolumeRange;
+    case kDepth: return EffectSettingInfo::kDepthRange;
+    default: return EffectSettingInfo::kFadeRange;
+  }
+}
 
 void EffectFormAction::setSliderValue(SliderId id, double value) {
   const SettingRange& range = rangeOf(id);

@@ -34,6 +34,9 @@ class EffectFormAction {
   static constexpr int kSliderCount = kDepth + 1;
   static constexpr double kDepthOff = 5.0;
 
+  // The range of the setting a slider stands for.
+  static const SettingRange& rangeOf(SliderId id);
+
   // The preview is not owned; nullptr for none.
   explicit EffectFormAction(PlayVideoAction* player = nullptr) : player_(player) {}
 

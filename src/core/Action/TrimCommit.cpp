@@ -52,10 +52,7 @@ void TrimCommit::addTrimNodeInfo(UIInfoDB& db, TrimFormDelegate* delegate, PlayV
     }
   }
   if (restoresUntrimmed(source, table)) {
-    const NodeInfo::Ptr& segment = table.front();
-    const int32_t length = segment->trimParentNode() != nullptr ? wholeSeconds(source->mediaFileInfo().totalTime())
-                                                                : source->mediaFileInfo().iTotalTime();
-    source->trimSettingInfo().setEndTime(length);
+    source->trimSettingInfo().setEndTime(untrimmedLength(*source, *table.front()));
     source->setType(NodeInfo::kTypeFile);
     resetEdits(*source, *source);
     MainFormAction::addNodeToRootNode(db, source);
@@ -99,13 +96,16 @@ void TrimCommit::mergeSegments(UIInfoDB& db, TrimFormDelegate* delegate, const N
   }
 }
 
+int32_t TrimCommit::untrimmedLength(const NodeInfo& source, const NodeInfo& segment) {
+  return segment.trimParentNode() != nullptr ? wholeSeconds(source.mediaFileInfo().totalTime())
+                                             : source.mediaFileInfo().iTotalTime();
+}
+
 bool TrimCommit::restoresUntrimmed(const NodeInfo::Ptr& source, const NodeInfo::List& segments) {
   if (segments.size() != 1 || source->type() != NodeInfo::kTypeTrimmed) return false;
-  const NodeInfo::Ptr& segment = segments.front();
-  const int32_t length = segment->trimParentNode() != nullptr ? wholeSeconds(source->mediaFileInfo().totalTime())
-                                                              : source->mediaFileInfo().iTotalTime();
-  return source->trimSettingInfo().startTime() == 0 && segment->trimSettingInfo().startTime() == 0 &&
-         segment->trimSettingInfo().endTime() == length;
+  const NodeInfo& segment = *segments.front();
+  return source->trimSettingInfo().startTime() == 0 && segment.trimSettingInfo().startTime() == 0 &&
+         segment.trimSettingInfo().endTime() == untrimmedLength(*source, segment);
 }
 
 void TrimCommit::addSegmentsAsItems(UIInfoDB& db, TrimFormDelegate* delegate, PlayVideoAction& player,

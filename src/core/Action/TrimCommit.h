@@ -34,6 +34,8 @@ class TrimCommit {
   static void resetEdits(NodeInfo& node, const NodeInfo& frameSource);
   static void mergeSegments(UIInfoDB& db, TrimFormDelegate* delegate, const NodeInfo::Ptr& source,
                             const NodeInfo::List& segments);
+  // The whole length a single segment must span to leave the file untrimmed.
+  static int32_t untrimmedLength(const NodeInfo& source, const NodeInfo& segment);
   static bool restoresUntrimmed(const NodeInfo::Ptr& source, const NodeInfo::List& segments);
   static void addSegmentsAsItems(UIInfoDB& db, TrimFormDelegate* delegate, PlayVideoAction& player,
                                  const NodeInfo::Ptr& source, const NodeInfo::List& segments);

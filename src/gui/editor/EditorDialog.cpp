@@ -34,17 +34,6 @@ constexpr QSize kPreviewSize(360, 240);
 // The position slider counts milliseconds; the player speaks seconds.
 constexpr double kSliderSteps = 1000.0;
 
-const SettingRange& rangeOf(SliderId id) {
-  switch (id) {
-    case SliderId::kBrightness: return EffectSettingInfo::kBrightnessRange;
-    case SliderId::kContrast: return EffectSettingInfo::kContrastRange;
-    case SliderId::kSaturation: return EffectSettingInfo::kSaturationRange;
-    case SliderId::kVolume: return EffectSettingInfo::kVolumeRange;
-    case SliderId::kDepth: return EffectSettingInfo::kDepthRange;
-    default: return EffectSettingInfo::kFadeRange;
-  }
-}
-
 template <size_t N>
 QComboBox* choiceBox(QWidget* parent, const std::array<ValueChoice, N>& choices) {
   auto* box = new QComboBox(parent);
@@ -198,7 +187,7 @@ QPushButton* EditorDialog::addResetButton(QWidget* tab, const QString& toolTip, 
 
 QSlider* EditorDialog::addSlider(QWidget* tab, QFormLayout* form, const QString& label, SliderId id) {
   auto* slider = new QSlider(Qt::Horizontal, tab);
-  const SettingRange& range = rangeOf(id);
+  const SettingRange& range = EffectFormAction::rangeOf(id);
   slider->setRange(range.minimum, range.maximum);
   slider->setAccessibleName(label);
   sliders_[id] = slider;

@@ -71,6 +71,18 @@ TEST_F(TrimWindow, AFileOpensWithOneFullSegmentAndClosingUntouchedChangesNothing
   EXPECT_EQ(node->trimSettingInfo().endTime(), 4);
 }
 
+TEST_F(TrimWindow, AtTheEndThePreviewGoesBackToTheStart) {
+  const NodeInfo::Ptr node = item(QStringLiteral("end.mp4"), 1);
+  QList<double> positions;
+  const QObject listening;  // goes before `positions`
+  QObject::connect(&controller.player(), &PlayVideoAction::sliderChanged, &listening,
+                   [&](double, double value, double) { positions.append(value); });
+  controller.showWindowModal({node});
+  ASSERT_TRUE(waitUntil([&] { return !positions.isEmpty() && positions.back() > 0.98; }));
+  ASSERT_TRUE(waitUntil([&] { return positions.back() < 0.9; }));
+  EXPECT_TRUE(controller.player().isPlaying());
+}
+
 TEST_F(TrimWindow, NumbersContinueAfterTheHighestAndTheTableIsNeverEmpty) {
   const NodeInfo::Ptr node = item(QStringLiteral("count.mp4"));
   controller.showWindowModal({node});
