@@ -83,6 +83,14 @@ void TrimFormController::setMarkers(double left, double right) {
   emit steppersChanged();
 }
 
+double TrimFormController::inMarkerAt(double seconds) const {
+  return std::clamp(seconds, 0.0, std::max(0.0, rightMarker_ - kLeastSegment));
+}
+
+double TrimFormController::outMarkerAt(double seconds) const {
+  return std::clamp(seconds, std::min(leftMarker_ + kLeastSegment, markerMaximum()), markerMaximum());
+}
+
 void TrimFormController::reloadTable() {
   segments_.updateDurations();
   emit tableChanged();
@@ -140,7 +148,7 @@ void TrimFormController::scheduleSeek(double seconds) {
 void TrimFormController::seek(double seconds) { player_.setCurrentTime(seconds); }
 
 void TrimFormController::trimButtonGoLeft() {
-  leftMarker_ = player_.sliderValue();
+  leftMarker_ = inMarkerAt(player_.sliderValue());
   startStepper_ = leftMarker_;
   if (const NodeInfo::Ptr segment = selectedSegment()) {
     segment->trimSettingInfo().setStartTime(static_cast<int32_t>(leftMarker_));
@@ -151,7 +159,7 @@ void TrimFormController::trimButtonGoLeft() {
 }
 
 void TrimFormController::trimButtonGoRight() {
-  rightMarker_ = player_.sliderValue();
+  rightMarker_ = outMarkerAt(player_.sliderValue());
   endStepper_ = rightMarker_;
   if (const NodeInfo::Ptr segment = selectedSegment()) {
     segment->trimSettingInfo().setEndTime(static_cast<int32_t>(rightMarker_));
@@ -180,23 +188,27 @@ void TrimFormController::stepStart(int direction) { setStartStepper(startStepper
 void TrimFormController::stepEnd(int direction) { setEndStepper(endStepper_ + direction * kStepperIncrement); }
 
 void TrimFormController::trimStartOKButtonClick() {
-  leftMarker_ = startStepper_;
+  leftMarker_ = inMarkerAt(startStepper_);
+  startStepper_ = leftMarker_;
   seek(leftMarker_);
   if (const NodeInfo::Ptr segment = selectedSegment()) {
-    segment->trimSettingInfo().setStartTime(static_cast<int32_t>(startStepper_));
+    segment->trimSettingInfo().setStartTime(static_cast<int32_t>(leftMarker_));
     reloadTable();
   }
   emit markersChanged();
+  emit steppersChanged();
 }
 
 void TrimFormController::trimEndOKButtonClick() {
-  rightMarker_ = endStepper_;
+  rightMarker_ = outMarkerAt(endStepper_);
+  endStepper_ = rightMarker_;
   seek(rightMarker_);
   if (const NodeInfo::Ptr segment = selectedSegment()) {
-    segment->trimSettingInfo().setEndTime(static_cast<int32_t>(endStepper_));
+    segment->trimSettingInfo().setEndTime(static_cast<int32_t>(rightMarker_));
     reloadTable();
   }
   emit markersChanged();
+  emit steppersChanged();
 }
 
 void TrimFormController::trimComeLeft() { seek(leftMarker_); }

@@ -27,6 +27,8 @@ class TrimFormController : public QObject, public PlayVideoActionDelegate {
   // A dragged marker seeks once it has rested this long.
   static constexpr int kSeekDelay = 150;  // milliseconds
   static constexpr double kStepperIncrement = 1.0;
+  // Markers set from the play position or a stepper stay this far apart, the in marker first.
+  static constexpr double kLeastSegment = 1.0;
 
   // `db` holds the main list the segments go to; not owned.
   explicit TrimFormController(UIInfoDB& db, QObject* parent = nullptr);
@@ -64,10 +66,10 @@ class TrimFormController : public QObject, public PlayVideoActionDelegate {
   // A marker dragged, as its notification tells.
   void startTimeChange(double seconds);
   void endTimeChange(double seconds);
-  // "Mark as in" / "Mark as out": the marker goes to the play position.
+  // "Mark as in" / "Mark as out": the marker goes to the play position (kept on its side of the other).
   void trimButtonGoLeft();
   void trimButtonGoRight();
-  // The steppers: a step of one second, and OK, which moves the marker there.
+  // The steppers: a step of one second, and OK, which moves the marker there (kept on its side of the other).
   double startStepperValue() const { return startStepper_; }
   double endStepperValue() const { return endStepper_; }
   QString startStepperText() const;
@@ -112,6 +114,9 @@ class TrimFormController : public QObject, public PlayVideoActionDelegate {
  private:
   NodeInfo::Ptr selectedSegment() const { return selectedRow_ >= 0 ? segments_.at(selectedRow_) : nullptr; }
   void setMarkers(double left, double right);
+  // Where the in (out) marker may go: before (after) the other one.
+  double inMarkerAt(double seconds) const;
+  double outMarkerAt(double seconds) const;
   void reloadTable();
   void scheduleSeek(double seconds);
   void seek(double seconds);

@@ -123,14 +123,17 @@ TEST_F(TrimWindow, MarkersWriteTheSelectedSegmentAndSeekOnceTheyRest) {
   PlayVideo& player = controller.player().player();
   EXPECT_TRUE(waitUntil([&] { return std::abs(player.getCurrentTime() / 1e6 - 3.2) < 0.05; }));
 
-  controller.stepStart(1);
-  controller.stepStart(1);
-  EXPECT_EQ(controller.startStepperText(), QStringLiteral("00:00:03"));
-  controller.trimStartOKButtonClick();
-  EXPECT_DOUBLE_EQ(controller.leftMarker(), 3.6);  // the stepper counts on from the marker's 1.6
-  EXPECT_EQ(controller.segments().at(0)->trimSettingInfo().startTime(), 3);
   controller.stepEnd(5);
   EXPECT_DOUBLE_EQ(controller.endStepperValue(), 4);  // held at the file's length
+  controller.trimEndOKButtonClick();
+  controller.stepStart(1);
+  controller.stepStart(1);
+  EXPECT_EQ(controller.startStepperText(), QStringLiteral("00:00:03"));  // on from the marker's 1.6
+  // OK keeps the in point a second before the out point.
+  controller.trimStartOKButtonClick();
+  EXPECT_DOUBLE_EQ(controller.leftMarker(), 3);
+  EXPECT_EQ(rowTexts(0).mid(1),
+            QStringList({QStringLiteral("00:00:03"), QStringLiteral("00:00:04"), QStringLiteral("00:00:01")}));
 
   controller.player().setCurrentTime(2.5);
   ASSERT_TRUE(waitUntil([&] { return std::abs(player.getCurrentTime() / 1e6 - 2.5) < 0.05; }));
