@@ -55,8 +55,6 @@ class CropFormAction {
   // Position in CropSettingInfo::kZoomChoices; -1 when the node's value is not listed.
   int zoomIndex() const { return zoomIndex_; }
   void setZoomIndex(int index) { zoomIndex_ = index; }
-  int32_t frameWidth() const { return frameWidth_; }
-  int32_t frameHeight() const { return frameHeight_; }
 
  private:
   void setMargins(int32_t top, int32_t bottom, int32_t left, int32_t right);

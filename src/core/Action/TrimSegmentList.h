@@ -40,7 +40,6 @@ class TrimSegmentList {
   void clearSegments() { curVideoChildren_.clear(); }
   int count() const { return static_cast<int>(curVideoChildren_.size()); }
   NodeInfo::Ptr at(int row) const { return curVideoChildren_.value(row); }
-  int32_t curVideoAddChildrenNum() const { return curVideoAddChildrenNum_; }
 
  private:
   NodeInfo::List curVideoChildren_;
