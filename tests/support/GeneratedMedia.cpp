@@ -64,6 +64,45 @@ QString made(const QString& name, const QStringList& arguments) {
   return {};
 }
 
+QString hlsStream(double length) {
+  const QStringList recipe =
+      picture(length, QStringLiteral("160x120")) + tone(length) + QStringList{"-c:v",
+                                                                              "libx264",
+                                                                              "-preset",
+                                                                              "ultrafast",
+                                                                              "-g",
+                                                                              "25",
+                                                                              "-c:a",
+                                                                              "aac",
+                                                                              "-f",
+                                                                              "hls",
+                                                                              "-hls_time",
+                                                                              "1",
+                                                                              "-hls_list_size",
+                                                                              "0",
+                                                                              "-hls_playlist_type",
+                                                                              "vod"};
+  const QString folder = QStringLiteral(TEST_MEDIA_CACHE);
+  const QString fingerprint =
+      QCryptographicHash::hash(recipe.join(QLatin1Char('\n')).toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
+  const QString target = folder + QLatin1Char('/') + fingerprint + QStringLiteral("-hls");
+  if (QFileInfo::exists(target + QStringLiteral("/stream.m3u8"))) return target;
+  // Made in a folder of this process and renamed, as made() does with files.
+  const QString part =
+      QStringLiteral("%1/.part-%2-%3-hls").arg(folder).arg(QCoreApplication::applicationPid()).arg(fingerprint);
+  QDir(part).removeRecursively();
+  QDir().mkpath(part);
+  const QString error = runFfmpeg(recipe + QStringList{"-hls_segment_filename", part + QStringLiteral("/segment%d.ts"),
+                                                       part + QStringLiteral("/stream.m3u8")});
+  if (error.isEmpty() && (QDir().rename(part, target) || QFileInfo::exists(target + QStringLiteral("/stream.m3u8")))) {
+    QDir(part).removeRecursively();
+    return target;
+  }
+  QDir(part).removeRecursively();
+  ADD_FAILURE() << "ffmpeg could not make an HLS stream: " << error.toStdString();
+  return {};
+}
+
 ProgramOutput run(const QString& program, const QStringList& arguments) {
   QProcess process;
   process.start(program, arguments);
