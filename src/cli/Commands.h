@@ -16,3 +16,5 @@ int runTagsCommand(const QStringList& arguments);
 int runAnalyzeCommand(const QStringList& arguments);
 // The usage text of analyze, with its options explained.
 QString analyzeUsage();
+int runDownloadCommand(const QStringList& arguments);
+QString downloadUsage();

@@ -214,7 +214,6 @@ void DrogItemView::initDownloadRequest() {
     URLFetchWithProgressFailed(QStringLiteral("'%1' is no download address").arg(itemInfo_->downURLStr()));
     return;
   }
-  setState(kVideoDownStateDownloading);
   if (itemInfo_->videoFormat().isNull()) itemInfo_->setVideoFormat(QLatin1String(""));
   if (itemInfo_->savePath().isEmpty()) {
     CommonClass::creatOutputDirectory(::savePath);
@@ -222,6 +221,8 @@ void DrogItemView::initDownloadRequest() {
   }
   // A resumed task keeps its name, which may be in a folder chosen earlier.
   CommonClass::creatOutputDirectory(QFileInfo(itemInfo_->savePath()).path());
+  // Shown with the name already chosen.
+  setState(kVideoDownStateDownloading);
 
   stopDownloadRequest();
   failureReason_.clear();

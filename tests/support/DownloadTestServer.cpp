@@ -13,8 +13,10 @@ QString nameOf(const QByteArray& target, const char* extension) {
 
 }  // namespace
 
-DownloadTestServer::DownloadTestServer(qsizetype videoSize)
-    : video_(patternBytes(videoSize)), server_([this](Exchange& exchange) { answer(exchange); }) {}
+DownloadTestServer::DownloadTestServer(qsizetype videoSize) : DownloadTestServer(patternBytes(videoSize)) {}
+
+DownloadTestServer::DownloadTestServer(QByteArray video)
+    : video_(std::move(video)), server_([this](Exchange& exchange) { answer(exchange); }) {}
 
 DownloadTestServer::~DownloadTestServer() {
   {

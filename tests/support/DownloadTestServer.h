@@ -18,6 +18,8 @@
 class DownloadTestServer {
  public:
   explicit DownloadTestServer(qsizetype videoSize = 4000);
+  // Serves `video` as every video.
+  explicit DownloadTestServer(QByteArray video);
   // Lets every held video go, so that the server can stop.
   ~DownloadTestServer();
 
