@@ -34,6 +34,11 @@ QUrl DownloadTestServer::videoAddress(const QString& name) const {
   return server_.url(QLatin1Char('/') + name + QStringLiteral(".mp4"));
 }
 
+void DownloadTestServer::setPoster(const QByteArray& picture) {
+  std::lock_guard lock(mutex_);
+  poster_ = picture;
+}
+
 void DownloadTestServer::hold(const QString& name) {
   std::lock_guard lock(mutex_);
   held_.insert(name);
@@ -70,11 +75,17 @@ QList<QByteArray> DownloadTestServer::rangesAsked(const QString& name) const {
 void DownloadTestServer::answer(Exchange& exchange) {
   // The query is not part of the name.
   const QByteArray target = exchange.request().target.split('?').first();
+  std::unique_lock lock(mutex_);
+  const QByteArray poster = poster_;
+  lock.unlock();
   if (target.endsWith(".html")) {
-    const QString name = nameOf(target, ".html");
-    const QByteArray page = "<html><head><title>" + name.toUtf8() + "</title></head><body><video src=\"/" +
-                            name.toUtf8() + ".mp4\"></video></body></html>";
+    const QByteArray name = nameOf(target, ".html").toUtf8();
+    const QByteArray posterAttribute = poster.isEmpty() ? QByteArray() : " poster=\"/" + name + ".png\"";
+    const QByteArray page = "<html><head><title>" + name + "</title></head><body><video" + posterAttribute +
+                            " src=\"/" + name + ".mp4\"></video></body></html>";
     exchange.send(ScriptedHttpServer::response(200, {"Content-Type: text/html"}, page));
+  } else if (target.endsWith(".png") && !poster.isEmpty()) {
+    exchange.send(ScriptedHttpServer::response(200, {"Content-Type: image/png"}, poster));
   } else if (target.endsWith(".mp4")) {
     answerVideo(exchange, nameOf(target, ".mp4"));
   } else {

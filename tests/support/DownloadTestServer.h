@@ -27,6 +27,8 @@ class DownloadTestServer {
   QUrl videoAddress(const QString& name) const;
   const QByteArray& video() const { return video_; }
 
+  // Pages from now on show `picture` (a PNG) as their video's poster, served as /<name>.png.
+  void setPoster(const QByteArray& picture);
   // Whole downloads of <name>.mp4 send half the video, then wait for release().
   void hold(const QString& name);
   void release(const QString& name);
@@ -43,6 +45,7 @@ class DownloadTestServer {
   void answerVideo(ScriptedHttpServer::Exchange& exchange, const QString& name);
 
   QByteArray video_;
+  QByteArray poster_;
   mutable std::mutex mutex_;
   std::condition_variable released_;
   QSet<QString> held_;

@@ -137,16 +137,29 @@ DrogItemView* DownloadFormController::itemWithPageAddress(const QString& address
 void DownloadFormController::getVideoDownloadURL() {
   const QString address = completedAddress(pasteboard_ != nullptr ? pasteboard_->string() : QString());
   if (DrogItemView* existing = itemWithPageAddress(address)) {
-    AlertPresenter* alerts = PlatformServices::alerts();
-    const QStringList buttons{QLatin1String(kContinueButton), QLatin1String(kRedownloadButton)};
-    if (alerts != nullptr &&
-        alerts->ask(QLatin1String(kTaskExistsTitle), QLatin1String(kTaskExistsText), buttons) == 1) {
-      redownload(existing);
-    }
+    askAboutExistingTask(existing);
     return;
   }
   if (addPageAddress(address) == AddResult::kNoLink) {
     CommonClass::showMessage(QLatin1String(kNoLinksTitle), QLatin1String(kNoLinksText));
+  }
+}
+
+void DownloadFormController::addDroppedLinks(const QStringList& texts) {
+  for (const QString& text : texts) {
+    if (DrogItemView* existing = itemWithPageAddress(completedAddress(text))) {
+      askAboutExistingTask(existing);
+    } else {
+      addPageAddress(text);
+    }
+  }
+}
+
+void DownloadFormController::askAboutExistingTask(DrogItemView* item) {
+  AlertPresenter* alerts = PlatformServices::alerts();
+  const QStringList buttons{QLatin1String(kContinueButton), QLatin1String(kRedownloadButton)};
+  if (alerts != nullptr && alerts->ask(QLatin1String(kTaskExistsTitle), QLatin1String(kTaskExistsText), buttons) == 1) {
+    redownload(item);
   }
 }
 

@@ -80,6 +80,10 @@ class DownloadFormController : public QObject, public DroglineViewDelegate {
   // Adds `text` as getVideoDownloadURL() does, without asking anything: an
   // address already in the list is left as it is.
   AddResult addPageAddress(const QString& text);
+  // Links dropped on the window: each is added as a pasted one, an address
+  // already in the list asks the same question, and what is no link is
+  // passed over.
+  void addDroppedLinks(const QStringList& texts);
   // The item whose page address is exactly `address`, or nullptr.
   DrogItemView* itemWithPageAddress(const QString& address) const;
   // Deletes the item's files and analyses it again.
@@ -138,6 +142,8 @@ class DownloadFormController : public QObject, public DroglineViewDelegate {
   void getVideoUrlEnd(const Notification& notification);
   void setEmptyListPictureVisible(bool visible);
   DrogItemView* addNewItem(const QString& pageAddress);
+  // Asks whether to continue or download `item` anew, and does what is chosen.
+  void askAboutExistingTask(DrogItemView* item);
   void startNextAnalysis();
   void stopDisplayTimer();
 
