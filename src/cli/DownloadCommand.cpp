@@ -206,6 +206,8 @@ int runDownloadCommand(const QStringList& arguments) {
   MainWindowShell headless;
   ApplicationLifecycle::startUp(headless);
   const int exitCode = runList(*parsed);
+  // What the list let go of on its last turn goes now, not with the process.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   ApplicationLifecycle::applicationShouldTerminate(headless);
   return exitCode;
 }

@@ -66,7 +66,11 @@ DrogItemView::DrogItemView(std::shared_ptr<VideoInfoObject> task, QObject* paren
 DrogItemView::~DrogItemView() {
   if (downloadRequest_) downloadRequest_->disconnect(this);
   downloadRequest_.reset();
-  setGetVideoInfo(nullptr);
+  // Nothing of the worker is on the stack now: it goes at once.
+  if (getVideoInfo_) {
+    getVideoInfo_->stopGetVideoInfo();
+    delete getVideoInfo_;
+  }
 }
 
 void DrogItemView::setGetVideoInfo(GetVideoInfoThread* worker) {

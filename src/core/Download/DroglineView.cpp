@@ -7,7 +7,10 @@
 
 DroglineView::DroglineView(QObject* parent) : QObject(parent) {}
 
-DroglineView::~DroglineView() { qDeleteAll(std::exchange(items_, {})); }
+DroglineView::~DroglineView() {
+  qDeleteAll(std::exchange(items_, {}));
+  for (const QPointer<DrogItemView>& item : std::exchange(releasing_, {})) delete item.data();
+}
 
 void DroglineView::addItemView(DrogItemView* item, int index) {
   index = std::clamp(index, 0, static_cast<int>(items_.size()));
@@ -74,5 +77,7 @@ void DroglineView::release(DrogItemView* item) {
   item->stopDownloadRequest();
   item->setGetVideoInfo(nullptr);
   // Whoever told of the deletion may still hold the item for a moment.
+  releasing_.removeIf([](const QPointer<DrogItemView>& released) { return released.isNull(); });
+  releasing_.append(item);
   QTimer::singleShot(kReleaseDelayMs, item, &QObject::deleteLater);
 }

@@ -29,7 +29,7 @@ class DroglineView : public QObject {
   static constexpr int kReleaseDelayMs = 500;
 
   explicit DroglineView(QObject* parent = nullptr);
-  // Releases every item.
+  // Releases every item, also those deleted a moment ago.
   ~DroglineView() override;
 
   void setDelegate(DroglineViewDelegate* delegate) { delegate_ = delegate; }
@@ -74,6 +74,8 @@ class DroglineView : public QObject {
   void release(DrogItemView* item);
 
   QList<DrogItemView*> items_;
+  // Items taken off the list and not yet released.
+  QList<QPointer<DrogItemView>> releasing_;
   QPointer<DrogItemView> selected_;
   DroglineViewDelegate* delegate_ = nullptr;
 };
