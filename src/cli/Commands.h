@@ -18,3 +18,5 @@ int runAnalyzeCommand(const QStringList& arguments);
 QString analyzeUsage();
 int runDownloadCommand(const QStringList& arguments);
 QString downloadUsage();
+int runFrameCommand(const QStringList& arguments);
+QString frameUsage();

@@ -40,6 +40,8 @@ const Command kCommands[] = {
        return runConvertCommand(arguments, services.alerts);
      },
      convertUsage},
+    {"frame", "FILE --at SECONDS --output PICTURE [--size WxH] [options]",
+     "write the picture the preview shows at a time, after the edits", withoutServices<runFrameCommand>, frameUsage},
     {"tags", "FILE... [--json]", "print the tags of media files and save their covers as pictures",
      withoutServices<runTagsCommand>},
     {"analyze", "URL [--quality 0|1|2] [--json]", "list the videos of a web page and the one chosen",

@@ -31,8 +31,9 @@ std::vector<std::string> fadeFilters(const MediaItem& item, const AudioCanvas& c
   const double fadeIn = item.m_fadeIn_len / 1e6;
   if (fadeIn > 0) filters.push_back("afade=t=in:st=0:d=" + decimal(fadeIn));
   const double fadeOut = item.m_fadeOut_len / 1e6;
-  if (fadeOut > 0 && canvas.sampleCount > 0) {
-    const double length = static_cast<double>(canvas.sampleCount) / canvas.sampleRate;
+  const int64_t partSamples = canvas.sampleCount > 0 ? canvas.sampleCount : canvas.partSamples;
+  if (fadeOut > 0 && partSamples > 0) {
+    const double length = static_cast<double>(partSamples) / canvas.sampleRate;
     const double duration = std::min(fadeOut, length);
     filters.push_back("afade=t=out:st=" + decimal(length - duration) + ":d=" + decimal(duration));
   }
@@ -41,9 +42,17 @@ std::vector<std::string> fadeFilters(const MediaItem& item, const AudioCanvas& c
 
 }  // namespace
 
+void labelChannels(AVFrame& frame) {
+  if (frame.ch_layout.order != AV_CHANNEL_ORDER_UNSPEC) return;
+  const int channels = frame.ch_layout.nb_channels;
+  av_channel_layout_uninit(&frame.ch_layout);
+  av_channel_layout_default(&frame.ch_layout, channels);
+}
+
 std::string AudioFilterChain::forInput(const MediaItem& item, const AudioCanvas& canvas) {
-  // first_pts=0 fills a late start with silence and cuts what lies before the trim start.
-  std::vector<std::string> filters{"aresample=" + std::to_string(canvas.sampleRate) + ":first_pts=0"};
+  // first_pts fills a late start with silence and cuts what lies before the start.
+  std::vector<std::string> filters{"aresample=" + std::to_string(canvas.sampleRate) +
+                                   ":first_pts=" + std::to_string(canvas.startSample)};
   if (canvas.sampleCount > 0) filters.push_back("apad=whole_len=" + std::to_string(canvas.sampleCount));
   filters.push_back(lengthFilter(canvas));
   const int volume = item.m_volume;

@@ -9,6 +9,7 @@
 
 extern "C" {
 #include <libavutil/channel_layout.h>
+#include <libavutil/frame.h>
 #include <libavutil/samplefmt.h>
 }
 
@@ -19,7 +20,14 @@ struct AudioCanvas {
   AVSampleFormat sampleFormat = AV_SAMPLE_FMT_FLTP;
   AVChannelLayout channelLayout{};
   int64_t sampleCount = 0;  // exactly this many samples come out; 0: as many as come in
+  // A preview started midway through the input's part: the sample of the
+  // part the output starts with, and the part's length for the fade out.
+  int64_t startSample = 0;
+  int64_t partSamples = 0;
 };
+
+// Filters need to know where each channel goes: an unlabelled layout gets the usual one.
+void labelChannels(AVFrame& frame);
 
 class AudioFilterChain {
  public:

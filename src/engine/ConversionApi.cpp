@@ -1,5 +1,6 @@
 // The conversion functions of the public interface. One conversion runs at a
-// time in the process, on a thread of its own, over a Transcoder.
+// time in the process, on a thread of its own, over a Transcoder. Position,
+// length, abort and release go to the preview while one exists.
 #include <malloc.h>
 
 #include <cstring>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "EngineLog.h"
+#include "PreviewSession.h"
 #include "Transcoder.h"
 #include "Utf8Text.h"
 #include "videoconverter.h"
@@ -188,16 +190,26 @@ extern "C" int VideoConverter_GetOutputFile(int index, char* path, int pathSize)
   return ConversionSession::instance().outputFile(index, path, pathSize);
 }
 
-extern "C" int64_t VideoConverter_GetCurrentTime(void) { return ConversionSession::instance().currentTime(); }
+extern "C" int64_t VideoConverter_GetCurrentTime(void) {
+  if (const auto preview = engine::PreviewSession::instance().renderer()) return preview->positionUs();
+  return ConversionSession::instance().currentTime();
+}
 
-extern "C" int64_t VideoConverter_GetDuration(void) { return ConversionSession::instance().duration(); }
+extern "C" int64_t VideoConverter_GetDuration(void) {
+  if (const auto preview = engine::PreviewSession::instance().renderer()) return preview->durationUs();
+  return ConversionSession::instance().duration();
+}
 
 extern "C" int VideoConverter_Abort(void) {
-  ConversionSession::instance().abort();
+  if (const auto preview = engine::PreviewSession::instance().renderer()) {
+    preview->abort();
+  } else {
+    ConversionSession::instance().abort();
+  }
   return 0;
 }
 
 extern "C" int VideoConverter_Destory(void) {
-  ConversionSession::instance().release();
+  if (!engine::PreviewSession::instance().release()) ConversionSession::instance().release();
   return 0;
 }

@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <optional>
 
+#include "AudioFilterChain.h"
 #include "EngineLog.h"
 #include "OutcomeText.h"
 #include "StreamDecoder.h"
-
-extern "C" {
-#include <libavutil/channel_layout.h>
-}
 
 namespace engine {
 namespace {
@@ -117,12 +114,7 @@ class SoundFeed : public TrimmedFeed {
     const int64_t endUs = timeUs + av_rescale(frame->nb_samples, AV_TIME_BASE, frame->sample_rate);
     reached(endUs);
     if (endUs <= 0) return true;
-    // Filters need to know where each channel goes; an unlabelled layout gets the usual one.
-    if (frame->ch_layout.order == AV_CHANNEL_ORDER_UNSPEC) {
-      const int channels = frame->ch_layout.nb_channels;
-      av_channel_layout_uninit(&frame->ch_layout);
-      av_channel_layout_default(&frame->ch_layout, channels);
-    }
+    labelChannels(*frame);
     frame->pts = av_rescale(timeUs, frame->sample_rate, AV_TIME_BASE);
     return pass(std::move(frame));
   }

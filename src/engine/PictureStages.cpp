@@ -1,31 +1,9 @@
 #include "PictureStages.h"
 
 #include "InputFiltering.h"
+#include "PictureGraph.h"
 
 namespace engine {
-namespace {
-
-constexpr AVRational kMicroseconds{1, 1000000};
-
-std::unique_ptr<FilterGraph> graphFor(const InputPlan& input, const VideoCanvas& canvas, const AVFrame* firstFrame,
-                                      std::string& error) {
-  if (firstFrame == nullptr) return FilterGraph::create(AVMEDIA_TYPE_VIDEO, VideoFilterChain::blank(canvas), {}, error);
-  std::vector<FilterInput> pads{{"in", videoSourceArguments(*firstFrame, kMicroseconds)}};
-  if (input.watermark != nullptr) pads.push_back({"wm", videoSourceArguments(*input.watermark, kMicroseconds)});
-  const std::string description = VideoFilterChain::forInput(*input.item, input.geometry, canvas).description;
-  auto graph = FilterGraph::create(AVMEDIA_TYPE_VIDEO, description, pads, error);
-  // The watermark is one still picture, shown for as long as the video lasts.
-  if (graph != nullptr && input.watermark != nullptr) {
-    input.watermark->pts = 0;
-    if (graph->send(1, input.watermark.get()) < 0 || graph->send(1, nullptr) < 0) {
-      error = "cannot lay the watermark over the picture";
-      return nullptr;
-    }
-  }
-  return graph;
-}
-
-}  // namespace
 
 void PictureFilterStage::run() {
   for (std::size_t index = 0; index < plan_.inputs.size(); ++index) {
@@ -40,7 +18,9 @@ bool PictureFilterStage::filterInput(std::size_t index) {
   int64_t taken = 0;
   return filterOneInput(
       decoded_, input.path, control_,
-      [&](const AVFrame* firstFrame, std::string& error) { return graphFor(input, canvas, firstFrame, error); },
+      [&](const AVFrame* firstFrame, std::string& error) {
+        return makePictureGraph(*input.item, input.geometry, canvas, firstFrame, input.watermark.get(), error);
+      },
       [&](AVFrame& frame, bool inputEnded) {
         if (inputEnded && taken >= plan_.videoCanvas(index, input.partLengthUs()).frameCount) {
           return Taken::kHaveEnough;

@@ -98,6 +98,11 @@ int StreamDecoder::send(const AVPacket* packet) {
   return result == AVERROR_INVALIDDATA ? 0 : result;
 }
 
+void StreamDecoder::flush() {
+  avcodec_flush_buffers(context_.get());
+  unanswered_.clear();
+}
+
 int StreamDecoder::receive(AVFrame* frame) {
   if (hardwareFormat_ == AV_PIX_FMT_NONE) return avcodec_receive_frame(context_.get(), frame);
   if (hardwareFrame_ == nullptr) hardwareFrame_.reset(av_frame_alloc());

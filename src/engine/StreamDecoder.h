@@ -20,6 +20,8 @@ class StreamDecoder {
   int send(const AVPacket* packet);
   // 0 with a frame, AVERROR(EAGAIN) when more packets are needed, AVERROR_EOF when drained.
   int receive(AVFrame* frame);
+  // Forgets the packets and frames it holds, after a seek or once drained.
+  void flush();
 
  private:
   StreamDecoder(const AVStream& stream) : stream_(stream) {}

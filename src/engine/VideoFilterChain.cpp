@@ -83,6 +83,10 @@ std::vector<std::string> fadeFilters(const MediaItem& item, const VideoCanvas& c
     const double lastFrame = static_cast<double>(canvas.frameCount - 1) * canvas.frameRate.den / canvas.frameRate.num;
     const double duration = std::min(fadeOut, lastFrame);
     filters.push_back("fade=t=out:st=" + decimal(lastFrame - duration) + ":d=" + decimal(duration));
+  } else if (fadeOut > 0 && canvas.partLengthUs > 0) {
+    const double length = canvas.partLengthUs / 1e6;
+    const double duration = std::min(fadeOut, length);
+    filters.push_back("fade=t=out:st=" + decimal(length - duration) + ":d=" + decimal(duration));
   }
   return filters;
 }
@@ -122,6 +126,10 @@ VideoFilterPlan VideoFilterChain::forInput(const MediaItem& item, const DisplayG
   picture.push_back("setsar=1");
 
   std::vector<std::string> finish = fadeFilters(item, canvas);
+  // Fades and the watermark work on the picture's colours: an alpha channel
+  // in the canvas's format is only made at the end, opaque.
+  const bool canvasHasAlpha = av_pix_fmt_desc_get(canvas.pixelFormat)->flags & AV_PIX_FMT_FLAG_ALPHA;
+  if (canvasHasAlpha) finish.insert(finish.begin(), formatFilter(AV_PIX_FMT_YUV420P));
   finish.push_back(formatFilter(canvas.pixelFormat));
 
   if (const auto sourceRect = watermarkSourceRect(item.m_watermarkInfo))

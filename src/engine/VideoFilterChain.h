@@ -26,6 +26,7 @@ struct VideoCanvas {
   AVRational frameRate{0, 1};  // 0: frames keep their own times
   AVPixelFormat pixelFormat = AV_PIX_FMT_YUV420P;
   int64_t frameCount = 0;  // exactly this many frames come out; 0: as many as come in
+  int64_t partLengthUs = 0;  // with frameCount 0: the input part's length, for the fade out
 };
 
 struct VideoFilterPlan {

@@ -32,6 +32,9 @@ enum VideoConverterError {
   VC_ERROR_TIMEOUT = -5,           // reading the file took longer than the probe allows
   VC_ERROR_OUT_OF_MEMORY = -6,
   VC_ERROR_BUSY = -7,              // a conversion is still running
+  VC_ERROR_TOO_MANY_RECORDS = -8,  // more than VC_MAX_MEDIA_ITEMS records
+  VC_ERROR_NO_PREVIEW = -9,        // no preview is running, or it has shown no picture yet
+  VC_ERROR_CANNOT_WRITE = -10,     // a file could not be written (a missing folder, a full disk, no right)
 };
 
 // One audio stream of a probed file. 56 bytes, no padding.
@@ -209,7 +212,7 @@ typedef struct ConvertOutcome {
 // Called once by the library when a conversion has ended, on a library thread.
 typedef void (*VideoConverter_ConvertEndFunction)(void);
 // Called by the renderer after it wrote a dragged rectangle into the record
-// with the given index, on a library thread.
+// with the given index.
 typedef void (*VideoConverter_ReadDataFunction)(int recordIndex);
 
 // Sets the folder the library keeps its scratch files in (keyframe indexes,
@@ -256,32 +259,109 @@ int VideoConverter_GetConvertOutcome(ConvertOutcome* outcome);
 // into `path`, NUL-terminated. Returns 0, or VC_ERROR_INVALID_ARGUMENT for a
 // null buffer, an index out of range or a buffer too small for the path.
 int VideoConverter_GetOutputFile(int index, char* path, int pathSize);
-// Position reached and total length of the running conversion or preview,
-// microseconds. Once a conversion whose inputs ended early has finished, the
+// Position reached and total length of the running preview, or else of the
+// conversion, microseconds. Once a conversion whose inputs ended early has finished, the
 // length is that of the output.
 int64_t VideoConverter_GetCurrentTime(void);
 int64_t VideoConverter_GetDuration(void);
-// Stops the running conversion or preview within half a second, without
-// waiting for it; what was written stays on disk.
+// Stops the running preview, or else the running conversion, within half a
+// second, without waiting for it; what was written stays on disk.
 int VideoConverter_Abort(void);
-// Releases everything the last conversion or preview held.
+// Releases everything the preview held, or else the last conversion.
 int VideoConverter_Destory(void);
 
-// Starts previewing `count` records into a view and an optional second view
-// (NULL with size 0). The renderer reads the records in place while it runs.
+// A rectangle in pixels.
+typedef struct VideoConverter_Rect {
+  int32_t x;
+  int32_t y;
+  int32_t w;
+  int32_t h;
+} VideoConverter_Rect;
+
+// One picture for a view. The pixels are 4 bytes each in memory order blue,
+// green, red, 255 (0xffRRGGBB read as a 32-bit integer on this machine) and
+// are valid only during the call.
+typedef struct VideoConverter_Frame {
+  const uint8_t* pixels;
+  int32_t width;
+  int32_t height;
+  int32_t bytesPerRow;
+  int32_t recordIndex;  // the record the picture comes from
+  int64_t timeUs;       // position on the preview's timeline
+  // 1 when the picture is the record's source, upright and untouched (the
+  // first view of a two-view preview); 0 when it is the record's result.
+  int32_t isSource;
+  // The source picture's size; the two rectangles below are in its pixels.
+  int32_t sourceWidth;
+  int32_t sourceHeight;
+  // Where the source picture lies in this frame, for a source picture.
+  VideoConverter_Rect picture;
+  VideoConverter_Rect crop;       // the crop rectangle shown
+  VideoConverter_Rect watermark;  // the record's watermark area; w and h are 0 without one
+} VideoConverter_Frame;
+
+// What a view hands the renderer: the "view" pointers of VideoConverter_Render
+// point at one of these. Every function is called on a library thread.
+typedef struct VideoConverter_RenderView {
+  void* context;
+  // A new picture; pictures that would come late are dropped, never queued.
+  void (*showFrame)(void* context, const VideoConverter_Frame* frame);
+  // The preview's sound (first view only; may be NULL): interleaved signed
+  // 16-bit stereo at VC_PREVIEW_SAMPLE_RATE. Returns the number of sample
+  // frames taken, fewer when its buffer is full, or -1 without a sound device.
+  int (*playSound)(void* context, const int16_t* samples, int frameCount);
+  // Microseconds of sound heard since the last flush, -1 without a sound
+  // device. The pictures follow this clock while there is sound.
+  int64_t (*soundPlayedUs)(void* context);
+  // Drops the sound not yet heard and counts from 0 again (seek, pause).
+  void (*flushSound)(void* context);
+} VideoConverter_RenderView;
+
+#define VC_PREVIEW_SAMPLE_RATE 48000
+
+// Starts previewing `count` records (1 to VC_MAX_MEDIA_ITEMS) one after
+// another into a view and an optional second view (NULL with size 0), from
+// the start, playing. With one view it shows the records' result, with two
+// the first view shows the source and the second the result. Pictures are
+// scaled to the views' sizes. The renderer reads the records in place while it
+// runs: a change shows on the next pictures, or at once while paused. Starting
+// stops a preview already running. A record without a file name is an
+// invalid argument; a file that cannot be read passes as silence and leaves
+// the last picture standing. Returns 0, VC_ERROR_INVALID_ARGUMENT,
+// VC_ERROR_TOO_MANY_RECORDS or VC_ERROR_OUT_OF_MEMORY.
 int VideoConverter_Render(MediaItem* items, void* view, int viewWidth, int viewHeight, int count, void* effectView,
                           int effectViewWidth, int effectViewHeight);
+// Goes to a position of the timeline exactly: the keyframe before it, then
+// decoding forward. Playing goes on from there; paused, the picture there is
+// shown. Returns at once.
 int VideoConverter_RenderSeek(int64_t positionUs);
+// One picture forward (steps > 0) or back (steps < 0), paused.
+int VideoConverter_RenderStep(int steps);
+// The crop rectangle handed to the views, in source pixels.
 int VideoConverter_Render_SetCrop(int x, int y, int w, int h);
+// A rectangle dragged in a view, in source pixels: written into the record
+// being shown (m_cropX ... or the watermark's m_x ...), then the installed
+// read function is called with that record's index, on the caller's thread.
+int VideoConverter_Render_DragCrop(int x, int y, int w, int h);
+int VideoConverter_Render_DragWatermark(int x, int y, int w, int h);
 int VideoConverter_Pause(void);
 int VideoConverter_Resume(void);
-// Returns 0 once playback has reached its end.
+// Returns 0 once playback has reached its end, 1 before, and also 0 when no
+// preview runs.
 int VideoConverter_IsEnd(void);
-// Current preview frame as 4-byte pixels R, G, B, unused, rows of width x 4
-// bytes. *width and *height give the wanted size and receive the real one.
+// The current result picture, drawn again at the wanted size (*width and
+// *height; 0 for the picture's own size), as 4-byte pixels R, G, B, unused in
+// rows of width x 4 bytes; the real size comes back. Waits for a seek asked
+// for to arrive. The pixels stay valid until the next call.
 int VideoConverter_GetCurrentBitmap(uint8_t** pixels, int* width, int* height, int* bytesPerRow, int* bitsPerPixel);
-// Writes the current preview frame to a picture file.
+// Writes the current result picture, as the view shows it, to a PNG, JPEG
+// or BMP file chosen by the name's ending. Waits for a seek asked for to arrive.
+// VC_ERROR_CANNOT_WRITE for another ending or a file that cannot be written.
 int VideoConverter_GetCurrentBitmap2(const char* path);
+// Saves a picture of 4-byte pixels R, G, B, unused as "png", "jpg" or "bmp"
+// (`kind`) to a path. Returns 0, VC_ERROR_INVALID_ARGUMENT or VC_ERROR_CANNOT_WRITE.
+int VideoConverter_SavePicture(const uint8_t* pixels, int width, int height, int bytesPerRow, const char* kind,
+                               const char* path);
 int VideoConverter_SetReadCropDataFunction(VideoConverter_ReadDataFunction function);
 int VideoConverter_SetReadWatermarkDataFunction(VideoConverter_ReadDataFunction function);
 

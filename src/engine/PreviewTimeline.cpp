@@ -1,0 +1,32 @@
+#include "PreviewTimeline.h"
+
+#include <algorithm>
+
+namespace engine {
+
+int64_t PreviewTimeline::partLengthUs(const MediaItem& record) {
+  const int64_t durationUs = std::max<int64_t>(0, record.m_Info.m_Duration);
+  const int64_t startUs = std::clamp<int64_t>(record.m_MediaStartPos, 0, durationUs);
+  const int64_t endUs = record.m_MediaEndPos > 0 ? std::min<int64_t>(record.m_MediaEndPos, durationUs) : durationUs;
+  return std::max<int64_t>(0, endUs - startUs);
+}
+
+int64_t PreviewTimeline::partStartUs(std::size_t index) const {
+  int64_t start = 0;
+  for (std::size_t i = 0; i < index && i < count_; ++i) start += partLengthUs(records_[i]);
+  return start;
+}
+
+TimelinePoint PreviewTimeline::locate(int64_t positionUs) const {
+  int64_t start = 0;
+  for (std::size_t i = 0; i < count_; ++i) {
+    const int64_t length = partLengthUs(records_[i]);
+    if (positionUs < start + length || i + 1 == count_) {
+      return {i, std::clamp<int64_t>(positionUs - start, 0, length)};
+    }
+    start += length;
+  }
+  return {};
+}
+
+}  // namespace engine
