@@ -32,6 +32,9 @@ QString made(const QString& name, const QStringList& arguments);
 // "stream.m3u8" and the segments "segment0.ts", "segment1.ts", ... Made once
 // per build like made(); empty, and a test failure, when ffmpeg fails.
 QString hlsStream(double seconds);
+// The same as a DASH stream: the folder of its manifest "stream.mpd", whose
+// representation "0" is the video and "1" the sound, and their segments.
+QString dashStream(double seconds);
 
 struct ProgramOutput {
   int exitCode = -1;  // -1 when it did not start, crashed or hung
