@@ -55,7 +55,10 @@ HttpFileDownload::HttpFileDownload(QUrl address, QString destination)
   connect(&retryTimer_, &QTimer::timeout, this, &HttpFileDownload::startRequest);
 }
 
-HttpFileDownload::~HttpFileDownload() { stop(); }
+HttpFileDownload::~HttpFileDownload() {
+  retryTimer_.stop();
+  dropRequest();
+}
 
 void HttpFileDownload::start() {
   stop();

@@ -22,7 +22,7 @@ ManifestRemuxDownload::ManifestRemuxDownload(QUrl address, QString destination)
   connect(&progressTimer_, &QTimer::timeout, this, &ManifestRemuxDownload::reportProgress);
 }
 
-ManifestRemuxDownload::~ManifestRemuxDownload() { stop(); }
+ManifestRemuxDownload::~ManifestRemuxDownload() { release(); }
 
 void ManifestRemuxDownload::start() {
   stop();
