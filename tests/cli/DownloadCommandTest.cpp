@@ -1,8 +1,9 @@
 // videoconverter download, run as a user runs it in a home of its own,
 // against a video site on 127.0.0.1: the list runs to its end with a line
-// per task, the list file is the window's and --list shows it, Ctrl-C pauses
-// and the next run continues, --convert converts what finished, and bad
-// arguments are refused.
+// per task, the list file is the window's and --list shows it, the quality
+// starts at the highest in every run, Ctrl-C pauses and the next run
+// continues, --convert converts what finished, and bad arguments are
+// refused.
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,7 @@
 #include "DownloadTestServer.h"
 #include "EventLoopWait.h"
 #include "GeneratedMedia.h"
+#include "LocalHttplibServer.h"
 #include "ProgramRun.h"
 
 namespace {
@@ -57,6 +59,21 @@ TEST_F(DownloadCommand, RunsTheListToItsEndAndKeepsItForTheNextRun) {
   EXPECT_TRUE(again.standardOutput.contains("Already in the list: " + server.pageAddress("one")));
   EXPECT_TRUE(again.standardOutput.contains("0 finished, 1 failed"));
   EXPECT_EQ(server.rangesAsked("one").size(), 2);  // the size probe and the download, in the first run
+}
+
+TEST_F(DownloadCommand, TheQualityOfARunIsNotTheNextRunsThoughTheListSavesIt) {
+  LocalHttplibServer site;
+  for (const std::string page : {"/first.html", "/second.html"}) {
+    site.serve(page, R"(<title>two sizes</title><video><source src="/large.mp4" label="1280x720">
+        <source src="/small.mp4" label="640x360"></video>)");
+  }
+  site.serve("/large.mp4", std::string(3000, 'L'), "video/mp4");
+  site.serve("/small.mp4", std::string(3000, 's'), "video/mp4");
+
+  ASSERT_EQ(download({site.url("/first.html").toString(), "--quality", "2", "--folder", folder.path()}).exitCode, 0);
+  EXPECT_EQ(folder.read("two sizes.mp4"), QByteArray(3000, 's'));
+  ASSERT_EQ(download({site.url("/second.html").toString(), "--folder", folder.path()}).exitCode, 0);
+  EXPECT_EQ(folder.read("two sizes(0).mp4"), QByteArray(3000, 'L'));
 }
 
 TEST_F(DownloadCommand, CtrlCPausesEverythingAndTheNextRunContinues) {
