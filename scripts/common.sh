@@ -9,7 +9,7 @@ VC_PACKAGES=(
   libavformat-dev libavcodec-dev libavfilter-dev libavutil-dev libswscale-dev libswresample-dev
   libfontconfig1-dev libfreetype-dev
   libtag1-dev libcurl4-openssl-dev zlib1g-dev libssl-dev libplist-dev libgumbo-dev nlohmann-json3-dev
-  qt6-base-dev qt6-svg-dev libgtest-dev libcpp-httplib-dev ffmpeg python3-mutagen musepack-tools
+  qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev libcpp-httplib-dev ffmpeg python3-mutagen musepack-tools
 )
 
 step() { printf '==> %s\n' "$*"; }

@@ -2,8 +2,10 @@
 // and adds the files given.
 
 #include <QApplication>
+#include <QIcon>
 
 #include "Action/ApplicationLifecycle.h"
+#include "CommonClass/StandardPaths.h"
 #include "QtPlatformServices.h"
 #include "ValueObject/UIInfoDB.h"
 #include "main/MainWindow.h"
@@ -12,6 +14,9 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   ApplicationLifecycle::identifyApplication();
   QApplication::setDesktopFileName(QStringLiteral("videoconverter"));
+  // The installed theme's icon, else the copy beside the skin.
+  QApplication::setWindowIcon(QIcon::fromTheme(
+      QStringLiteral("videoconverter"), QIcon(StandardPaths::resourcePath() + QStringLiteral("/videoconverter.svg"))));
 
   QtAlertPresenter alerts;
   QtFilePanels panels;

@@ -5,19 +5,26 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolButton>
 
 #include "CommonClass/GlobalSettings.h"
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
+#include "Profile/KMVProfileCatalog.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MainWindow.h"
 #include "main/MediaItemDelegate.h"
+#include "main/PreviewPanel.h"
+#include "options/OptionsDialog.h"
+#include "settings/SettingsDialog.h"
+#include "tags/TagEditorDialog.h"
 
 namespace {
 
@@ -68,6 +75,13 @@ class MainWindowTest : public testing::Test {
   UIInfoDB db;
   std::unique_ptr<MainWindow> window;
 };
+
+QToolButton* toolButtonNamed(QWidget* window, const QString& toolTip) {
+  for (QToolButton* button : window->findChildren<QToolButton*>()) {
+    if (button->toolTip() == toolTip) return button;
+  }
+  return nullptr;
+}
 
 QPushButton* buttonNamed(QWidget* window, const QString& text) {
   for (QPushButton* button : window->findChildren<QPushButton*>()) {
@@ -161,6 +175,79 @@ TEST_F(MainWindowTest, AConversionShowsItsRowsThenReturnsToTheList) {
     window->conversionList()->resize(window->mediaList()->size());
     window->conversionList()->grab().save(folder + QStringLiteral("/conversion-list.png"));
   }
+}
+
+TEST_F(MainWindowTest, ThePreviewPlaysTheCurrentItemAndSavesNumberedSnapshots) {
+  photoOutputPath = media.path(QStringLiteral("photos"));
+  photoOutputFormat = QStringLiteral("jpg");
+  addClips({"one.mp4", "two.mp4"});
+  window->mediaList()->setCurrentIndex(window->mediaList()->model()->index(1, 0));
+  PreviewPanel* preview = window->preview();
+  QTest::mouseClick(toolButtonNamed(preview, QStringLiteral("Play")), Qt::LeftButton);
+  ASSERT_TRUE(preview->player().isPlaying());
+  EXPECT_DOUBLE_EQ(preview->player().sliderMaximum(), 1.0);
+  QTest::mouseClick(toolButtonNamed(preview, QStringLiteral("Pause")), Qt::LeftButton);
+  ASSERT_FALSE(preview->player().getImage().isNull());
+
+  QToolButton* snapshot = toolButtonNamed(preview, QStringLiteral("Take a snapshot"));
+  QTest::mouseClick(snapshot, Qt::LeftButton);
+  QTest::mouseClick(snapshot, Qt::LeftButton);
+  for (const char* name : {"00001.jpg", "00002.jpg"}) {
+    EXPECT_EQ(testmedia::ffprobe(media.path(QStringLiteral("photos/") + QLatin1String(name)),
+                                 QStringLiteral("streams"))["width"],
+              "320")
+        << name;
+  }
+  if (const QString folder = qEnvironmentVariable("VC_SCREENSHOT_DIR"); !folder.isEmpty()) {
+    window->grab().save(folder + QStringLiteral("/main-window-preview.png"));
+  }
+  // Playing goes on to the end by itself, and stops there.
+  QTest::mouseClick(toolButtonNamed(preview, QStringLiteral("Play")), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !preview->player().isPlaying(); }, 20000));
+  EXPECT_EQ(preview->player().timeLabel(), QLatin1String(PlayVideoAction::kStoppedLabel));
+
+  // A conversion stops the preview.
+  QTest::mouseClick(toolButtonNamed(preview, QStringLiteral("Play")), Qt::LeftButton);
+  ASSERT_TRUE(preview->player().isPlaying());
+  QTest::mouseClick(buttonNamed(window.get(), QStringLiteral("Convert")), Qt::LeftButton);
+  EXPECT_FALSE(preview->player().isPlaying());
+  window->controller().cancelAllConvert();
+}
+
+// Where screenshots are asked for, a window is kept as a picture.
+void keepPicture(QWidget* window, const QString& name) {
+  if (const QString folder = qEnvironmentVariable("VC_SCREENSHOT_DIR"); !folder.isEmpty()) {
+    window->grab().save(folder + QLatin1Char('/') + name);
+  }
+}
+
+TEST_F(MainWindowTest, TheSmallWindowsOpenOnTheCurrentItemAndTheOptionsAreStored) {
+  addClips({"one.mp4"});
+  const NodeInfo::Ptr item = window->controller().videoData().front();
+  const KMVProfileCatalog::Entry entry =
+      KMVProfileCatalog::sharedCatalog().profileNamed(item->curProfileSetting().profileName());
+  ASSERT_NE(entry, nullptr);
+  SettingsDialog settings(*entry, item, window.get());
+  settings.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&settings));
+  for (QComboBox* list : settings.findChildren<QComboBox*>()) EXPECT_GT(list->count(), 0);
+  keepPicture(&settings, QStringLiteral("settings.png"));
+
+  MetaEditFormController tags;
+  TagEditorDialog tagEditor(tags, window->controller().videoData(), item, window.get());
+  tagEditor.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&tagEditor));
+  keepPicture(&tagEditor, QStringLiteral("tags.png"));
+
+  OptionsDialog options(window.get());
+  options.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&options));
+  keepPicture(&options, QStringLiteral("options.png"));
+  QComboBox* format = options.findChild<QComboBox*>();
+  format->setCurrentIndex(format->findData(QStringLiteral("png")));
+  options.accept();
+  EXPECT_EQ(options.result(), QDialog::Accepted);
+  EXPECT_EQ(photoOutputFormat, QStringLiteral("png"));
 }
 
 }  // namespace

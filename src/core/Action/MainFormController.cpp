@@ -166,14 +166,15 @@ void MainFormController::openOutputPath() {
   revealInFileViewer(outputFolder_);
 }
 
-bool MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
-  if (!takeSnapshot) return false;
+QString MainFormController::photoButtonClick(const SnapshotTaker& takeSnapshot) {
+  if (!takeSnapshot) return {};
   UIAction::creatOutputDirectory(photoOutputPath);
   const QString path =
       QString::asprintf("%s/%05d.%s", qUtf8Printable(photoOutputPath), kImageIndex, qUtf8Printable(photoOutputFormat));
-  if (takeSnapshot(path, snapshotImageType(photoOutputFormat)) != 0) return false;
+  if (takeSnapshot(path, snapshotImageType(photoOutputFormat)) != 0) return {};
   ++kImageIndex;
-  return true;
+  KMVLog::Log(path);
+  return path;
 }
 
 bool MainFormController::itemCanSelectProfile(const KMVProfileDataInfo& entry) {

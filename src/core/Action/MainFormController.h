@@ -113,8 +113,9 @@ class MainFormController : public QObject, public MainFormActionDelegate, public
   // The output folder: chosen through a panel, or revealed.
   void selectPath();
   void openOutputPath();
-  // Saves a snapshot as "<photoOutputPath>/<00001>.<format>"; true on success.
-  bool photoButtonClick(const SnapshotTaker& takeSnapshot);
+  // Saves a snapshot as "<photoOutputPath>/<00001>.<format>" and logs its
+  // path; the path on success, empty when the player failed.
+  QString photoButtonClick(const SnapshotTaker& takeSnapshot);
 
   // Whether the profile may be chosen: a profile that needs a codec this
   // build lacks is refused, and the missing-codec alert is shown once the

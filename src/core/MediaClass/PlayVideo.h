@@ -122,6 +122,7 @@ class PlayVideo {
   // Fills the record at mediaDataCount_ for a node without children.
   bool fillRecord(const NodeInfo& node);
   int32_t startRendering(const PreviewTarget& view, const PreviewTarget& effectView);
+  int32_t startEdited(const NodeInfo::Ptr& node, const PreviewTarget& view, const PreviewTarget& effectView);
 
   QString videoPath_;
   QString message_;
@@ -135,5 +136,4 @@ class PlayVideo {
   float endTime_ = 0;
   bool isPlayOrigisVideo_ = false;
   bool rendering_ = false;
-  NodeInfo::Ptr currentNodeInfo_;
 };

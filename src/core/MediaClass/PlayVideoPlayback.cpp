@@ -110,37 +110,35 @@ int32_t PlayVideo::startRendering(const PreviewTarget& view, const PreviewTarget
   return 0;
 }
 
-int32_t PlayVideo::playVideo(const NodeInfo::Ptr& node, const PreviewTarget& view, const PreviewTarget& effectView) {
+int32_t PlayVideo::startEdited(const NodeInfo::Ptr& node, const PreviewTarget& view,
+                               const PreviewTarget& effectView) {
+  // The records are about to be rewritten: a preview still reading them goes first.
+  if (rendering_) stopPlay();
   mediaDataCount_ = 0;
   isPlayOrigisVideo_ = false;
-  currentNodeInfo_ = node;
   if (!initMediaData(node)) {
     mediaDataCount_ = 0;
     return -1;
   }
-  VideoConverter_SetReadCropDataFunction(&readCropInfo);
-  VideoConverter_SetReadWatermarkDataFunction(&readWatermarkInfo);
   return startRendering(view, effectView);
 }
 
+int32_t PlayVideo::playVideo(const NodeInfo::Ptr& node, const PreviewTarget& view, const PreviewTarget& effectView) {
+  VideoConverter_SetReadCropDataFunction(&readCropInfo);
+  VideoConverter_SetReadWatermarkDataFunction(&readWatermarkInfo);
+  return startEdited(node, view, effectView);
+}
+
+int32_t PlayVideo::playVideoByNodeInfo(const NodeInfo::Ptr& node, const PreviewTarget& view) {
+  return startEdited(node, view, {});
+}
+
 int32_t PlayVideo::playOrigisVideoFromNode(const NodeInfo::Ptr& node, const PreviewTarget& view) {
-  mediaDataCount_ = 0;
-  currentNodeInfo_ = node;
+  if (rendering_) stopPlay();
   if (!initOrigistMediaData(node)) return -1;
   const int32_t result = startRendering(view, {});
   isPlayOrigisVideo_ = result == 0;
   return result;
-}
-
-int32_t PlayVideo::playVideoByNodeInfo(const NodeInfo::Ptr& node, const PreviewTarget& view) {
-  mediaDataCount_ = 0;
-  isPlayOrigisVideo_ = false;
-  currentNodeInfo_ = node;
-  if (!initMediaData(node)) {
-    mediaDataCount_ = 0;
-    return -1;
-  }
-  return startRendering(view, {});
 }
 
 void PlayVideo::pausePlay() {

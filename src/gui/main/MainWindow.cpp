@@ -34,10 +34,14 @@
 #include "main/MediaListModel.h"
 #include "main/PreviewPanel.h"
 #include "main/ProfileMenu.h"
+#include "options/OptionsDialog.h"
 #include "settings/SettingsDialog.h"
 #include "tags/TagEditorDialog.h"
 
 namespace {
+
+// How long a passing message stays in the status bar.
+constexpr int kStatusMessageMs = 6000;
 
 QStringList localFiles(const QMimeData* data) {
   QStringList paths;
@@ -77,6 +81,7 @@ MainWindow::MainWindow(UIInfoDB& db) : controller_(db) {
   pages_->addWidget(convertList_);
 
   preview_ = new PreviewPanel(this);
+  connect(preview_, &PreviewPanel::snapshotRequested, this, &MainWindow::takeSnapshot);
   connect(preview_, &PreviewPanel::snapshotFolderRequested, this, [] {
     CommonClass::creatOutputDirectory(photoOutputPath);
     if (Workspace* workspace = PlatformServices::workspace()) workspace->revealInFileViewer(photoOutputPath);
@@ -133,7 +138,9 @@ QWidget* MainWindow::makeListPage() {
           [this](const QModelIndex& index) { list_->update(index); });
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, &MainWindow::currentItemChanged);
   connect(listModel_, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
-    if (first.row() == list_->currentIndex().row()) currentItemChanged();
+    if (first.row() != list_->currentIndex().row()) return;
+    currentItemChanged();
+    preview_->itemEdited(currentItem());
   });
   connect(listModel_, &QAbstractItemModel::rowsRemoved, this, &MainWindow::currentItemChanged);
 
@@ -240,6 +247,7 @@ void MainWindow::makeMenus() {
 
   QMenu* convert = menuBar()->addMenu(tr("&Convert"));
   itemCommands_.append(addCommand(convert, tr("&Settings..."), QKeySequence(tr("Ctrl+,")), &MainWindow::showSettings));
+  addCommand(edit, tr("&Options..."), QKeySequence(tr("Ctrl+Shift+,")), &MainWindow::showOptions);
   convertAction_ = addCommand(convert, tr("&Convert"), QKeySequence(tr("Ctrl+Return")), &MainWindow::startConversion);
   cancelAction_ = convert->addAction(tr("C&ancel Conversion"), &controller_,
                                      &MainFormController::cancelConvertButtonClick);
@@ -384,6 +392,13 @@ void MainWindow::showSettings() {
   controller_.applyToAll(item, applyToAll_->isChecked());
 }
 
+void MainWindow::showOptions() {
+  OptionsDialog dialog(this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  controller_.setOutputFolder(DefOutputPath);
+  outputFolder_->setText(QDir::toNativeSeparators(DefOutputPath));
+}
+
 void MainWindow::showProperties() {
   const NodeInfo::Ptr item = currentItem();
   if (item == nullptr) return;
@@ -409,6 +424,14 @@ void MainWindow::showAbout() {
 void MainWindow::chooseOutputFolder() {
   controller_.selectPath();
   outputFolder_->setText(QDir::toNativeSeparators(controller_.outputFolder()));
+}
+
+void MainWindow::takeSnapshot() {
+  const QString path = controller_.photoButtonClick(
+      [this](const QString& file, int32_t imageType) { return preview_->takeSnapshot(file, imageType); });
+  statusBar()->showMessage(path.isEmpty() ? tr("The snapshot could not be saved in %1").arg(photoOutputPath)
+                                          : tr("Snapshot saved: %1").arg(QDir::toNativeSeparators(path)),
+                           kStatusMessageMs);
 }
 
 void MainWindow::startConversion() {

@@ -41,6 +41,7 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   MainFormController& controller() { return controller_; }
   QListView* mediaList() const { return list_; }
   QListView* conversionList() const { return convertList_; }
+  PreviewPanel* preview() const { return preview_; }
 
   // MainWindowShell
   void createUpdater(bool checkNow) override;
@@ -78,9 +79,11 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   void editTags();
   void editTagsOf(const NodeInfo::Ptr& item);
   void showSettings();
+  void showOptions();
   void showProperties();
   void showAbout();
   void chooseOutputFolder();
+  void takeSnapshot();
   void startConversion();
   void partClicked(const QModelIndex& index, MediaItemDelegate::Part part, const QRect& where);
   void chooseProfile(const NodeInfo::Ptr& item, const QPoint& where);

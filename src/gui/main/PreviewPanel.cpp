@@ -1,29 +1,36 @@
 #include "PreviewPanel.h"
 
 #include <QHBoxLayout>
+#include <QImage>
 #include <QLabel>
 #include <QSlider>
-#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include "Action/MediaItemSummary.h"
 #include "CommonClass/CommonClass.h"
+#include "sound/PreviewSound.h"
+#include "widgets/PreviewView.h"
+
+namespace {
+
+// The slider counts milliseconds; the player speaks seconds.
+constexpr double kSliderSteps = 1000.0;
+
+}  // namespace
 
 PreviewPanel::PreviewPanel(QWidget* parent) : QWidget(parent) {
-  stage_ = new QLabel(this);
-  stage_->setAlignment(Qt::AlignCenter);
-  stage_->setMinimumSize(320, 180);
-  stage_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  stage_->setAutoFillBackground(true);
-  QPalette dark = stage_->palette();
-  dark.setColor(QPalette::Window, QColor(16, 16, 20));
-  dark.setColor(QPalette::WindowText, QColor(150, 150, 160));
-  stage_->setPalette(dark);
+  sound_ = new PreviewSound(this);
+  view_ = new PreviewView(this);
+  view_->setSound(sound_);
+  view_->setMinimumSize(320, 180);
+  view_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  view_->setAccessibleName(tr("Preview"));
+  player_.setDelegate(this);
 
   slider_ = new QSlider(Qt::Horizontal, this);
   slider_->setAccessibleName(tr("Position"));
-  time_ = new QLabel(QStringLiteral("00:00:00|00:00:00"), this);
+  time_ = new QLabel(QLatin1String(PlayVideoAction::kStoppedLabel), this);
   time_->setFont(QFont(QStringLiteral("monospace")));
 
   play_ = addButton(QStyle::SP_MediaPlay, tr("Play"));
@@ -31,7 +38,45 @@ PreviewPanel::PreviewPanel(QWidget* parent) : QWidget(parent) {
   stop_ = addButton(QStyle::SP_MediaStop, tr("Stop"));
   snapshot_ = addButton(QStyle::SP_DialogSaveButton, tr("Take a snapshot"));
   snapshotFolder_ = addButton(QStyle::SP_DirOpenIcon, tr("Open the snapshot folder"));
+  connect(play_, &QToolButton::clicked, this, &PreviewPanel::play);
+  connect(pause_, &QToolButton::clicked, this, [this] {
+    player_.pauseVideo();
+    paused_ = true;
+    updateButtons();
+  });
+  connect(stop_, &QToolButton::clicked, this, &PreviewPanel::stop);
+  connect(snapshot_, &QToolButton::clicked, this, &PreviewPanel::snapshotRequested);
   connect(snapshotFolder_, &QToolButton::clicked, this, &PreviewPanel::snapshotFolderRequested);
+
+  connect(&player_, &PlayVideoAction::sliderChanged, this, &PreviewPanel::showSlider);
+  connect(&player_, &PlayVideoAction::timeLabelChanged, time_, &QLabel::setText);
+  connect(slider_, &QSlider::sliderPressed, this, [this] { player_.setIsDragSlider(true); });
+  connect(slider_, &QSlider::sliderMoved, this, [this](int value) { player_.playSlideChange(value / kSliderSteps); });
+  connect(slider_, &QSlider::sliderReleased, this, [this] {
+    player_.playSlideChange(slider_->value() / kSliderSteps);
+    player_.setIsDragSlider(false);
+  });
+  // Keys on the keyboard move a slider without a press.
+  connect(slider_, &QSlider::actionTriggered, this, [this](int action) {
+    if (action != QAbstractSlider::SliderMove) {
+      QMetaObject::invokeMethod(this, [this] { player_.playSlideChange(slider_->value() / kSliderSteps); },
+                                Qt::QueuedConnection);
+    }
+  });
+
+  connect(view_, &PreviewView::playPauseRequested, this, &PreviewPanel::togglePlaying);
+  connect(view_, &PreviewView::frameStepRequested, this, [this](int direction) {
+    player_.stepPicture(direction);
+    paused_ = true;
+    updateButtons();
+  });
+  connect(view_, &PreviewView::secondStepRequested, this, [this](int direction) {
+    player_.stepSecond(direction);
+    paused_ = true;
+    updateButtons();
+  });
+  connect(view_, &PreviewView::startRequested, this, [this] { player_.goToStart(); });
+  connect(view_, &PreviewView::endRequested, this, [this] { player_.goToEnd(); });
 
   auto* controls = new QHBoxLayout;
   controls->setSpacing(4);
@@ -43,11 +88,13 @@ PreviewPanel::PreviewPanel(QWidget* parent) : QWidget(parent) {
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(stage_, 1);
+  layout->addWidget(view_, 1);
   layout->addLayout(controls);
-  setPlaybackAvailable(false);
   setItem(nullptr);
 }
+
+// The renderer hands pictures and sound to the view until it is stopped.
+PreviewPanel::~PreviewPanel() { player_.stopPlay(); }
 
 QToolButton* PreviewPanel::addButton(QStyle::StandardPixmap icon, const QString& toolTip) {
   auto* button = new QToolButton(this);
@@ -58,40 +105,76 @@ QToolButton* PreviewPanel::addButton(QStyle::StandardPixmap icon, const QString&
   return button;
 }
 
-void PreviewPanel::setPlaybackAvailable(bool available) {
-  for (QWidget* control : std::initializer_list<QWidget*>{play_, pause_, stop_, snapshot_, slider_}) {
-    control->setEnabled(available);
-  }
-}
-
 void PreviewPanel::setItem(const NodeInfo::Ptr& item) {
+  if (item != nullptr && item == item_) return;
+  stop();
+  item_ = item;
   if (item == nullptr) {
-    picturePath_.clear();
-    stage_->setPixmap({});
-    stage_->setText(tr("Add files to preview them here"));
-    time_->setText(QStringLiteral("00:00:00|00:00:00"));
-    return;
+    view_->setStill({});
+    view_->setToolTip(tr("Add files to preview them here"));
+  } else {
+    const MediaItemSummary summary = MediaItemSummary::of(*item);
+    view_->setStill(QImage(summary.thumbnailPath));
+    view_->setToolTip(summary.hasVideo ? summary.name : tr("%1 (sound only)").arg(summary.name));
+    time_->setText(QStringLiteral("%1|%2").arg(CommonClass::formatTimeForDouble(0), summary.duration));
   }
-  const MediaItemSummary summary = MediaItemSummary::of(*item);
-  picturePath_ = summary.thumbnailPath;
-  time_->setText(QStringLiteral("%1|%2").arg(CommonClass::formatTimeForDouble(0), summary.duration));
-  showPicture();
-  if (picturePath_.isEmpty()) stage_->setText(summary.hasVideo ? summary.name : tr("%1 (sound only)").arg(summary.name));
+  updateButtons();
 }
 
-void PreviewPanel::showPicture() {
-  const QPixmap picture(picturePath_);
-  if (picture.isNull()) {
-    stage_->setPixmap({});
-    return;
-  }
-  const qreal scale = devicePixelRatioF();
-  QPixmap shown = picture.scaled(stage_->size() * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-  shown.setDevicePixelRatio(scale);
-  stage_->setPixmap(shown);
+void PreviewPanel::itemEdited(const NodeInfo::Ptr& item) {
+  if (item == item_ && player_.isPlaying()) player_.updateMediaData(item);
 }
 
-void PreviewPanel::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  showPicture();
+void PreviewPanel::play() {
+  if (item_ == nullptr) return;
+  view_->setFocus();
+  if (!player_.isPlaying()) {
+    player_.setVideoView({view_->renderView(), view_->width(), view_->height()});
+    player_.playVideo(item_);
+  } else {
+    player_.playVideo(item_);  // resumes
+  }
+  paused_ = false;
+  updateButtons();
+}
+
+void PreviewPanel::togglePlaying() {
+  if (player_.isPlaying() && !paused_) {
+    player_.pauseVideo();
+    paused_ = true;
+    updateButtons();
+  } else {
+    play();
+  }
+}
+
+void PreviewPanel::stop() {
+  player_.stopPlay();
+  view_->clearPicture();
+  paused_ = false;
+  if (item_ != nullptr) {
+    time_->setText(QStringLiteral("%1|%2").arg(CommonClass::formatTimeForDouble(0),
+                                               MediaItemSummary::of(*item_).duration));
+  }
+  updateButtons();
+}
+
+int32_t PreviewPanel::takeSnapshot(const QString& path, int32_t imageType) {
+  return player_.photoCurFile(path, imageType);
+}
+
+void PreviewPanel::playVideoEnd() { stop(); }
+
+void PreviewPanel::updateButtons() {
+  const bool playing = player_.isPlaying();
+  play_->setEnabled(item_ != nullptr && (!playing || paused_));
+  pause_->setEnabled(playing && !paused_);
+  stop_->setEnabled(playing);
+  snapshot_->setEnabled(playing);
+  slider_->setEnabled(playing);
+}
+
+void PreviewPanel::showSlider(double minimum, double value, double maximum) {
+  slider_->setRange(static_cast<int>(minimum * kSliderSteps), static_cast<int>(maximum * kSliderSteps));
+  if (!slider_->isSliderDown()) slider_->setValue(static_cast<int>(value * kSliderSteps));
 }

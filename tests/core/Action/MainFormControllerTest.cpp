@@ -216,11 +216,11 @@ TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {
     paths.append(snapshotPath);
     return result;
   };
-  EXPECT_TRUE(controller.photoButtonClick(take));
+  EXPECT_FALSE(controller.photoButtonClick(take).isEmpty());
   result = -1;
-  EXPECT_FALSE(controller.photoButtonClick(take));
+  EXPECT_TRUE(controller.photoButtonClick(take).isEmpty());
   result = 0;
-  EXPECT_TRUE(controller.photoButtonClick(take));
+  EXPECT_FALSE(controller.photoButtonClick(take).isEmpty());
   auto expected = [&](int32_t number) {
     return QString::asprintf("%s/%05d.jpg", qUtf8Printable(photoOutputPath), number);
   };

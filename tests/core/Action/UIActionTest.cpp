@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "Action/OptionFormAction.h"
 #include "Action/UIAction.h"
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/UserDefaults.h"
@@ -136,6 +137,41 @@ TEST_F(ConfigXml, AFileLackingWhatIsReadIsRepairedKeepingEveryValueItHeld) {
       EXPECT_TRUE(readConfig().contains(QByteArray("<") + element)) << element << " missing from the repaired file";
     }
   }
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(ConfigXml, TheOptionsWindowStoresWhatItCanAndRefusesFoldersThatCannotBeWritten) {
+  QTemporaryDir folders;
+  ASSERT_TRUE(folders.isValid());
+  UIAction::readInfoFromXml();
+  const OptionValues before = OptionFormAction::current();
+
+  // A folder below a plain file can never be made.
+  QFile blocker(folders.filePath(QStringLiteral("file")));
+  ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+  OptionValues refused{QStringLiteral("png"), folders.filePath(QStringLiteral("file/photos")),
+                       folders.filePath(QStringLiteral("out")), !before.autoUpdates};
+  const OptionOutcome refusal = OptionFormAction::apply(refused);
+  EXPECT_FALSE(refusal.stored);
+  EXPECT_TRUE(refusal.message.contains(QStringLiteral("file/photos"))) << refusal.message.toStdString();
+  EXPECT_EQ(OptionFormAction::current().photoOutputPath, before.photoOutputPath);
+  EXPECT_EQ(isAutoUpdates, before.autoUpdates);
+
+  const OptionValues chosen{QStringLiteral("png"), folders.filePath(QStringLiteral("new/photos")),
+                            folders.filePath(QStringLiteral("out")), true};
+  const OptionOutcome stored = OptionFormAction::apply(chosen);
+  EXPECT_TRUE(stored.stored);
+  EXPECT_TRUE(stored.message.isEmpty());
+  EXPECT_TRUE(QFileInfo(chosen.photoOutputPath).isDir()) << "made when missing";
+  GlobalSettings::resetToDefaults();
+  UIAction::readInfoFromXml();
+  EXPECT_EQ(photoOutputPath, chosen.photoOutputPath);
+  EXPECT_EQ(DefOutputPath, chosen.outputPath);
+  EXPECT_EQ(photoOutputFormat, QStringLiteral("png"));
+  EXPECT_TRUE(isAutoUpdates);
 }
 
 }  // namespace
