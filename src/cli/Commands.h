@@ -16,5 +16,7 @@ int runTagsCommand(const QStringList& arguments);
 int runAnalyzeCommand(const QStringList& arguments);
 // The usage text of analyze, with its options explained.
 QString analyzeUsage();
+int runDownloadCommand(const QStringList& arguments);
+QString downloadUsage();
 int runFrameCommand(const QStringList& arguments);
 QString frameUsage();

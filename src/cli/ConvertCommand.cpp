@@ -59,6 +59,8 @@ int applyEdits(MainFormController& controller, const ConvertRequest& request) {
   return refused;
 }
 
+}  // namespace
+
 int convertFiles(const ConvertRequest& request) {
   QTextStream err(stderr);
   const KMVProfileCatalog::Entry entry = findProfile(request.profileName);
@@ -111,8 +113,6 @@ int convertFiles(const ConvertRequest& request) {
   if (interrupt.interrupted()) return kExitInterrupted;
   return allConverted ? 0 : kExitFailed;
 }
-
-}  // namespace
 
 int runConvertCommand(const QStringList& arguments, TerminalAlertPresenter& alerts) {
   const ParsedConvertArguments parsed = parseConvertArguments(arguments);

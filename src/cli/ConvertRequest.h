@@ -79,3 +79,8 @@ ParsedConvertArguments parseConvertArguments(const QStringList& arguments);
 
 // The command's usage text, one option a line.
 QString convertUsage();
+
+// Converts the request's files through the main window's controller as the
+// convert command does, once start-up has run: 0 when every file was
+// converted, 1 when any failed, 2 for an unknown profile, 130 when stopped.
+int convertFiles(const ConvertRequest& request);

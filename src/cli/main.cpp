@@ -46,6 +46,8 @@ const Command kCommands[] = {
      withoutServices<runTagsCommand>},
     {"analyze", "URL [--quality 0|1|2] [--json]", "list the videos of a web page and the one chosen",
      withoutServices<runAnalyzeCommand>, analyzeUsage},
+    {"download", "[URL...] [--quality 0|1|2] [--folder DIR] [--list] [--convert [--profile NAME]]",
+     "download the videos of web pages through the download list", withoutServices<runDownloadCommand>, downloadUsage},
 };
 
 void printUsage(QTextStream& stream) {

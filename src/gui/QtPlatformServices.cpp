@@ -1,8 +1,10 @@
 #include "QtPlatformServices.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QUrl>
@@ -83,3 +85,7 @@ bool QtWorkspace::revealInFileViewer(const QString& path) {
 }
 
 bool QtWorkspace::openAddress(const QString& address) { return QDesktopServices::openUrl(QUrl(address)); }
+
+QString QtPasteboard::string() const { return QGuiApplication::clipboard()->text(); }
+
+void QtPasteboard::setString(const QString& text) { QGuiApplication::clipboard()->setText(text); }

@@ -1,10 +1,11 @@
 // The platform services of the windowed program: Qt message boxes, file
-// dialogs and the desktop services.
+// dialogs, the desktop services and the clipboard.
 #pragma once
 
 #include <QPointer>
 #include <QWidget>
 
+#include "CommonClass/Pasteboard.h"
 #include "CommonClass/PlatformServices.h"
 
 class QtAlertPresenter : public AlertPresenter {
@@ -35,4 +36,11 @@ class QtWorkspace : public Workspace {
  public:
   bool revealInFileViewer(const QString& path) override;
   bool openAddress(const QString& address) override;
+};
+
+// The desktop's clipboard.
+class QtPasteboard : public Pasteboard {
+ public:
+  QString string() const override;
+  void setString(const QString& text) override;
 };

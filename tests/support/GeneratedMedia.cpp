@@ -8,6 +8,8 @@
 #include <QProcess>
 #include <QSet>
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
 namespace testmedia {
@@ -62,6 +64,58 @@ QString made(const QString& name, const QStringList& arguments) {
   QFile::remove(part);
   ADD_FAILURE() << "ffmpeg could not make " << name.toStdString() << ": " << error.toStdString();
   return {};
+}
+
+namespace {
+
+// The files that `ffmpeg <recipe> <outputs(folder)>` writes into a folder of
+// the cache named after the recipe and `kind`, made once like made(): the
+// folder, empty when ffmpeg fails.
+QString madeFolder(const QString& kind, const QStringList& recipe, const QString& mainFile,
+                   const std::function<QStringList(const QString&)>& outputs) {
+  const QString folder = QStringLiteral(TEST_MEDIA_CACHE);
+  const QString fingerprint =
+      QCryptographicHash::hash(recipe.join(QLatin1Char('\n')).toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
+  const QString target = QStringLiteral("%1/%2-%3").arg(folder, fingerprint, kind);
+  if (QFileInfo::exists(target + QLatin1Char('/') + mainFile)) return target;
+  // Made in a folder of this process and renamed, as made() does with files.
+  const QString part =
+      QStringLiteral("%1/.part-%2-%3-%4").arg(folder).arg(QCoreApplication::applicationPid()).arg(fingerprint, kind);
+  QDir(part).removeRecursively();
+  QDir().mkpath(part);
+  const QString error = runFfmpeg(recipe + outputs(part));
+  if (error.isEmpty() && (QDir().rename(part, target) || QFileInfo::exists(target + QLatin1Char('/') + mainFile))) {
+    QDir(part).removeRecursively();
+    return target;
+  }
+  QDir(part).removeRecursively();
+  ADD_FAILURE() << "ffmpeg could not make a " << kind.toStdString() << " stream: " << error.toStdString();
+  return {};
+}
+
+QStringList streamRecipe(double length) {
+  return picture(length, QStringLiteral("160x120")) + tone(length) +
+         QStringList{"-c:v", "libx264", "-preset", "ultrafast", "-g", "25", "-c:a", "aac"};
+}
+
+}  // namespace
+
+QString hlsStream(double length) {
+  return madeFolder(QStringLiteral("hls"),
+                    streamRecipe(length) +
+                        QStringList{"-f", "hls", "-hls_time", "1", "-hls_list_size", "0", "-hls_playlist_type", "vod"},
+                    QStringLiteral("stream.m3u8"), [](const QString& folder) {
+                      return QStringList{"-hls_segment_filename", folder + QStringLiteral("/segment%d.ts"),
+                                         folder + QStringLiteral("/stream.m3u8")};
+                    });
+}
+
+QString dashStream(double length) {
+  return madeFolder(QStringLiteral("dash"),
+                    streamRecipe(length) +
+                        QStringList{"-f", "dash", "-seg_duration", "1", "-use_template", "1", "-use_timeline", "0"},
+                    QStringLiteral("stream.mpd"),
+                    [](const QString& folder) { return QStringList{folder + QStringLiteral("/stream.mpd")}; });
 }
 
 ProgramOutput run(const QString& program, const QStringList& arguments) {

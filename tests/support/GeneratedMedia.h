@@ -27,6 +27,15 @@ QStringList tone(double seconds, int frequency = 440, int sampleRate = 44100);
 // ffmpeg fails.
 QString made(const QString& name, const QStringList& arguments);
 
+// An HLS stream of `seconds` of test picture (160x120, H.264) and tone
+// (AAC) in one-second segments: the folder that holds its media playlist
+// "stream.m3u8" and the segments "segment0.ts", "segment1.ts", ... Made once
+// per build like made(); empty, and a test failure, when ffmpeg fails.
+QString hlsStream(double seconds);
+// The same as a DASH stream: the folder of its manifest "stream.mpd", whose
+// representation "0" is the video and "1" the sound, and their segments.
+QString dashStream(double seconds);
+
 struct ProgramOutput {
   int exitCode = -1;  // -1 when it did not start, crashed or hung
   QByteArray output;

@@ -38,5 +38,8 @@ int main(int argc, char** argv) {
   QDir().mkpath(logFolder);
   KMVLog::setFolder(logFolder);
   testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
+  const int result = RUN_ALL_TESTS();
+  // Objects a test let go of on its last turn go before the process ends.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  return result;
 }

@@ -75,13 +75,16 @@ void ASIHTTPRequest::addRequestHeader(const QString& header, const QString& valu
   settings_.requestHeaders.setValue(header, value);
 }
 
-void ASIHTTPRequest::startAsynchronous() {
+void ASIHTTPRequest::startAsynchronous() { startAsynchronous(ASINetworkQueue::sharedQueue()); }
+
+void ASIHTTPRequest::startAsynchronous(ASINetworkQueue& queue) {
   {
     std::lock_guard lock(mutex_);
     if (stage_ != Stage::Ready) return;
     stage_ = Stage::Queued;
+    queue_.store(&queue);
   }
-  ASINetworkQueue::sharedQueue().addOperation(shared_from_this());
+  queue.addOperation(shared_from_this());
 }
 
 void ASIHTTPRequest::cancel() {
@@ -100,7 +103,8 @@ void ASIHTTPRequest::cancel() {
   if (neverStarted) {
     deliverEnd();
   } else {
-    ASINetworkQueue::sharedQueue().wakeUp();
+    ASINetworkQueue* queue = queue_.load();
+    (queue != nullptr ? *queue : ASINetworkQueue::sharedQueue()).wakeUp();
   }
 }
 

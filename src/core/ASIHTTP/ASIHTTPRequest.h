@@ -20,6 +20,8 @@
 #include "ASIHTTPRequestError.h"
 #include "ASIHeaderFields.h"
 
+class ASINetworkQueue;
+
 // What a request asks for, with the values a new request starts with.
 struct ASIRequestSettings {
   QUrl url;
@@ -158,6 +160,8 @@ class ASIHTTPRequest : public std::enable_shared_from_this<ASIHTTPRequest> {
 
   // Hands the request to the shared queue; a request is started once.
   void startAsynchronous();
+  // Hands the request to `queue` instead, which must outlive it.
+  void startAsynchronous(ASINetworkQueue& queue);
   // Stops the request, which ends failed with code 4, told to the delegate
   // only if one is still set. The temporary file is kept when resume is
   // allowed and removed otherwise.
@@ -275,6 +279,8 @@ class ASIHTTPRequest : public std::enable_shared_from_this<ASIHTTPRequest> {
   std::atomic<ASIHTTPRequestDelegate*> delegate_{nullptr};
   std::atomic<ASIProgressDelegate*> downloadProgressDelegate_{nullptr};
   std::atomic<bool> cancelled_{false};
+  // The queue it was handed to, which a cancel wakes.
+  std::atomic<ASINetworkQueue*> queue_{nullptr};
   std::atomic<bool> silenced_{false};
   std::atomic<bool> progressPending_{false};
   std::atomic<double> latestProgress_{0};

@@ -13,7 +13,26 @@ namespace {
 // Longest wait of the network loop when nothing happens.
 constexpr int kLongestPollMilliseconds = 500;
 
-void shutDownSharedQueue() { ASINetworkQueue::sharedQueue().shutDown(); }
+// The queues alive, which stop together when the application object goes.
+struct LiveQueues {
+  std::mutex mutex;
+  std::vector<ASINetworkQueue*> queues;
+  bool routineAdded = false;
+};
+
+LiveQueues& liveQueues() {
+  static LiveQueues live;
+  return live;
+}
+
+void shutDownLiveQueues() {
+  std::vector<ASINetworkQueue*> queues;
+  {
+    std::lock_guard lock(liveQueues().mutex);
+    queues = liveQueues().queues;
+  }
+  for (ASINetworkQueue* queue : queues) queue->shutDown();
+}
 
 }  // namespace
 
@@ -22,15 +41,27 @@ ASINetworkQueue& ASINetworkQueue::sharedQueue() {
   return queue;
 }
 
-ASINetworkQueue::ASINetworkQueue() {
+ASINetworkQueue::ASINetworkQueue(int maxConcurrentOperationCount)
+    : maxConcurrentOperationCount_(std::max(1, maxConcurrentOperationCount)) {
   curl_global_init(CURL_GLOBAL_DEFAULT);
   multi_ = curl_multi_init();
   // The network thread stops while the application object still exists, so
   // that no request outlives the main thread it reports to.
-  if (QCoreApplication::instance() != nullptr) qAddPostRoutine(shutDownSharedQueue);
+  LiveQueues& live = liveQueues();
+  std::lock_guard lock(live.mutex);
+  live.queues.push_back(this);
+  if (!live.routineAdded && QCoreApplication::instance() != nullptr) {
+    qAddPostRoutine(shutDownLiveQueues);
+    live.routineAdded = true;
+  }
 }
 
 ASINetworkQueue::~ASINetworkQueue() {
+  {
+    LiveQueues& live = liveQueues();
+    std::lock_guard lock(live.mutex);
+    std::erase(live.queues, this);
+  }
   shutDown();
   curl_multi_cleanup(multi_);
 }
@@ -82,7 +113,7 @@ void ASINetworkQueue::run() {
       std::lock_guard lock(mutex_);
       runningCount_ = static_cast<int>(running_.size());
       // A freed place is filled at once.
-      if (!waiting_.empty() && runningCount_ < kMaxConcurrentOperationCount) continue;
+      if (!waiting_.empty() && runningCount_ < maxConcurrentOperationCount_) continue;
     }
     curl_multi_poll(multi_, nullptr, 0, pollMilliseconds(), nullptr);
   }
@@ -102,7 +133,7 @@ void ASINetworkQueue::admitWaitingRequests() {
     std::shared_ptr<ASIHTTPRequest> request;
     {
       std::lock_guard lock(mutex_);
-      if (waiting_.empty() || static_cast<int>(running_.size()) >= kMaxConcurrentOperationCount) return;
+      if (waiting_.empty() || static_cast<int>(running_.size()) >= maxConcurrentOperationCount_) return;
       request = std::move(waiting_.front());
       waiting_.pop_front();
       runningCount_ = static_cast<int>(running_.size()) + 1;

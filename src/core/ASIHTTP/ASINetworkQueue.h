@@ -1,5 +1,8 @@
-// The shared queue that requests run in: one network thread, at most four
-// requests at a time, the rest waiting in the order they were added.
+// A queue that requests run in: one network thread, a number of requests at
+// a time, the rest waiting in the order they were added. Requests started
+// with startAsynchronous() go to the shared queue, four at a time; a queue
+// of one's own keeps long requests (file downloads) from holding up the
+// shared queue's short ones.
 #pragma once
 
 #include <curl/curl.h>
@@ -18,10 +21,15 @@ class ASINetworkQueue {
   static constexpr int kMaxConcurrentOperationCount = 4;
 
   static ASINetworkQueue& sharedQueue();
+  // A queue that runs at most `maxConcurrentOperationCount` requests at a
+  // time. Like the shared queue, it stops when the application object goes.
+  explicit ASINetworkQueue(int maxConcurrentOperationCount = kMaxConcurrentOperationCount);
   ~ASINetworkQueue();
   ASINetworkQueue(const ASINetworkQueue&) = delete;
   ASINetworkQueue& operator=(const ASINetworkQueue&) = delete;
 
+  int maxConcurrentOperationCount() const { return maxConcurrentOperationCount_; }
+  // Use ASIHTTPRequest::startAsynchronous(queue) to start a request here.
   void addOperation(std::shared_ptr<ASIHTTPRequest> request);
   // Requests running or waiting.
   int operationCount() const;
@@ -31,12 +39,12 @@ class ASINetworkQueue {
   void shutDown();
 
  private:
-  ASINetworkQueue();
   void run();
   void admitWaitingRequests();
   void readFinishedTransfers();
   int pollMilliseconds() const;
 
+  const int maxConcurrentOperationCount_;
   mutable std::mutex mutex_;
   std::deque<std::shared_ptr<ASIHTTPRequest>> waiting_;
   int runningCount_ = 0;

@@ -365,6 +365,45 @@ int VideoConverter_SavePicture(const uint8_t* pixels, int width, int height, int
 int VideoConverter_SetReadCropDataFunction(VideoConverter_ReadDataFunction function);
 int VideoConverter_SetReadWatermarkDataFunction(VideoConverter_ReadDataFunction function);
 
+// Not part of the original interface; added for the downloads.
+
+// A copy of a streaming manifest's streams into one MP4 file, without
+// re-encoding. Several may run at once, each on a thread of its own, beside a
+// conversion or a preview.
+typedef struct VideoConverter_Remux VideoConverter_Remux;
+// Called once by the library when a remux has ended, however it ended, on the
+// remux's thread, with the context given to VideoConverter_RemuxStart.
+typedef void (*VideoConverter_RemuxEndFunction)(void* context);
+
+// Starts copying the video and sound of the HLS playlist or DASH manifest at
+// manifestUrl (http, https or a file path) into an MP4 file at outputPath,
+// which is written from its start whatever its name's extension. A DASH
+// address may end in "#representation=<id>" to take the video of that
+// representation; otherwise the best video and sound are taken. userAgent
+// may be NULL or empty. *remux receives the handle, to be released with
+// VideoConverter_RemuxRelease. Returns 0, or VC_ERROR_INVALID_ARGUMENT for a
+// null or empty address or path, a null handle pointer or a null function.
+int VideoConverter_RemuxStart(const char* manifestUrl, const char* userAgent, const char* outputPath,
+                              VideoConverter_RemuxEndFunction end, void* context, VideoConverter_Remux** remux);
+// Length written and length of the whole programme, microseconds; the length
+// is 0 while unknown and for a programme without end. Returns 0, or
+// VC_ERROR_INVALID_ARGUMENT for a null handle.
+int VideoConverter_RemuxGetProgress(VideoConverter_Remux* remux, int64_t* positionUs, int64_t* durationUs);
+// Stops the remux soon, also while it waits for the network, without
+// waiting for it. What was written stays. Returns 0, or
+// VC_ERROR_INVALID_ARGUMENT for a null handle.
+int VideoConverter_RemuxAbort(VideoConverter_Remux* remux);
+// How the remux stands: VC_OUTCOME_RUNNING, VC_OUTCOME_FINISHED (the whole
+// programme was written and the file closed), VC_OUTCOME_FAILED or
+// VC_OUTCOME_ABORTED; VC_ERROR_INVALID_ARGUMENT for a null handle. The reason
+// of a failure is copied into reason, NUL-terminated and cut to reasonSize,
+// when reason is not NULL; it is empty otherwise.
+int VideoConverter_RemuxGetOutcome(VideoConverter_Remux* remux, char* reason, int reasonSize);
+// Aborts the remux when it still runs, waits for its thread and frees the
+// handle. Not to be called from the end function. Returns 0, or
+// VC_ERROR_INVALID_ARGUMENT for a null handle.
+int VideoConverter_RemuxRelease(VideoConverter_Remux* remux);
+
 #ifdef __cplusplus
 }
 #endif

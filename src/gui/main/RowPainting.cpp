@@ -23,32 +23,51 @@ void drawIcon(QPainter* painter, const QRect& rect, const QIcon& icon) {
   if (!rect.isEmpty() && !icon.isNull()) icon.paint(painter, rect);
 }
 
-void drawThumbnail(QPainter* painter, const QRect& rect, const QString& path, const QIcon& placeholder) {
-  if (rect.isEmpty()) return;
+namespace {
+
+// `picture` (scaled for the device already) centred in a rounded dark frame,
+// or `placeholder` when it is null.
+void drawFramed(QPainter* painter, const QRect& rect, const QPixmap& picture, const QIcon& placeholder) {
   QPainterPath frame;
   frame.addRoundedRect(QRectF(rect), 6, 6);
   painter->save();
   painter->setClipPath(frame);
   painter->fillRect(rect, QColor(20, 20, 24));
-  QPixmap picture;
-  const qreal scale = painter->device()->devicePixelRatioF();
-  const QString key = QStringLiteral("%1@%2x%3").arg(path).arg(rect.width()).arg(scale);
-  if (!path.isEmpty() && !QPixmapCache::find(key, &picture)) {
-    picture = QPixmap(path);
-    if (!picture.isNull()) {
-      picture = picture.scaled(rect.size() * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-      picture.setDevicePixelRatio(scale);
-      QPixmapCache::insert(key, picture);
-    }
-  }
   if (!picture.isNull()) {
-    QRect shown(QPoint(0, 0), picture.size() / scale);
+    QRect shown(QPoint(0, 0), picture.size() / picture.devicePixelRatio());
     shown.moveCenter(rect.center());
     painter->drawPixmap(shown, picture);
   } else {
     drawIcon(painter, rect, placeholder);
   }
   painter->restore();
+}
+
+QPixmap fitted(const QPixmap& picture, const QRect& rect, qreal scale) {
+  if (picture.isNull()) return {};
+  QPixmap scaled = picture.scaled(rect.size() * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  scaled.setDevicePixelRatio(scale);
+  return scaled;
+}
+
+}  // namespace
+
+void drawThumbnail(QPainter* painter, const QRect& rect, const QString& path, const QIcon& placeholder) {
+  if (rect.isEmpty()) return;
+  QPixmap picture;
+  const qreal scale = painter->device()->devicePixelRatioF();
+  const QString key = QStringLiteral("%1@%2x%3").arg(path).arg(rect.width()).arg(scale);
+  if (!path.isEmpty() && !QPixmapCache::find(key, &picture)) {
+    picture = fitted(QPixmap(path), rect, scale);
+    if (!picture.isNull()) QPixmapCache::insert(key, picture);
+  }
+  drawFramed(painter, rect, picture, placeholder);
+}
+
+void drawThumbnail(QPainter* painter, const QRect& rect, const QImage& image, const QIcon& placeholder) {
+  if (rect.isEmpty()) return;
+  drawFramed(painter, rect, fitted(QPixmap::fromImage(image), rect, painter->device()->devicePixelRatioF()),
+             placeholder);
 }
 
 void drawCard(QPainter* painter, const QRect& row, bool selected, const QPalette& palette, const QIcon& background) {

@@ -1,5 +1,5 @@
 // The shared queue runs at most four requests at once and starts the others
-// as places free up.
+// as places free up; a queue of one's own runs beside it.
 
 #include <gtest/gtest.h>
 
@@ -83,6 +83,32 @@ TEST(SharedQueue, NeverRunsMoreThanFourRequestsAtOnce) {
   EXPECT_EQ(server.mostInFlight(), 4);
   for (const std::shared_ptr<ASIHTTPRequest>& request : requests) EXPECT_EQ(request->responseData(), "let go");
   EXPECT_TRUE(waitUntil([] { return ASINetworkQueue::sharedQueue().operationCount() == 0; }));
+}
+
+TEST(OwnQueue, RunsItsRequestsWhileTheSharedQueueIsFullAndWakesOnCancel) {
+  HoldingServer server;
+  RecordingDelegate delegate;
+  std::vector<std::shared_ptr<ASIHTTPRequest>> shared;
+  for (int i = 0; i < 4; ++i) {
+    shared.push_back(makeRequest(server.httplib.url("/held"), delegate));
+    shared.back()->setTimeOutSeconds(120);
+    shared.back()->startAsynchronous();
+  }
+  ASSERT_TRUE(waitUntil([&] { return server.inFlight() == 4; }));
+
+  ASINetworkQueue own(1);
+  RecordingDelegate ownDelegate;
+  const std::shared_ptr<ASIHTTPRequest> beside = makeRequest(server.httplib.url("/held"), ownDelegate);
+  beside->setTimeOutSeconds(120);
+  beside->startAsynchronous(own);
+  ASSERT_TRUE(waitUntil([&] { return server.inFlight() == 5; }));
+  EXPECT_EQ(own.operationCount(), 1);
+  beside->cancel();
+  ASSERT_TRUE(waitUntil([&] { return ownDelegate.events.contains("failed"); }));
+  EXPECT_EQ(beside->error()->code, ASIHTTPErrorCode::Cancelled);
+
+  for (int released = 1; released <= 5; ++released) server.releaseOne();
+  ASSERT_TRUE(waitUntil([&] { return delegate.events.count("finished") == 4; }));
 }
 
 }  // namespace
