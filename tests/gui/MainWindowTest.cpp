@@ -22,6 +22,7 @@
 #include "main/MainWindow.h"
 #include "main/MediaItemDelegate.h"
 #include "main/PreviewPanel.h"
+#include "download/DownloadWindow.h"
 #include "options/OptionsDialog.h"
 #include "settings/SettingsDialog.h"
 #include "tags/TagEditorDialog.h"
@@ -248,6 +249,27 @@ TEST_F(MainWindowTest, TheSmallWindowsOpenOnTheCurrentItemAndTheOptionsAreStored
   options.accept();
   EXPECT_EQ(options.result(), QDialog::Accepted);
   EXPECT_EQ(photoOutputFormat, QStringLiteral("png"));
+}
+
+TEST_F(MainWindowTest, TheDownloadWindowOpensFromTheMenuAndWhatItImportsJoinsTheList) {
+  QAction* open = nullptr;
+  for (QAction* action : window->findChildren<QAction*>()) {
+    if (action->text() == QStringLiteral("&Download Videos...")) open = action;
+  }
+  ASSERT_NE(open, nullptr);
+  open->trigger();
+  auto* downloads = window->findChild<DownloadWindow*>();
+  ASSERT_NE(downloads, nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(downloads));
+  keepPicture(downloads, QStringLiteral("downloads.png"));
+
+  QSignalSpy finished(&window->controller(), &MainFormController::addingFinished);
+  emit downloads->downloadFormDidAddFiles({media.path(QStringLiteral("two.mp4"))});
+  ASSERT_TRUE(finished.wait(30000));
+  EXPECT_EQ(rowNames(), QStringList{"two"});
+  downloads->close();
+  open->trigger();
+  EXPECT_EQ(window->findChildren<DownloadWindow*>().size(), 1) << "kept, not made again";
 }
 
 }  // namespace

@@ -29,6 +29,7 @@
 #include "DesktopNotification.h"
 #include "Profile/KMVProfileCatalog.h"
 #include "ProjectVersion.h"
+#include "download/DownloadWindow.h"
 #include "main/ConversionListModel.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MediaListModel.h"
@@ -230,6 +231,8 @@ void MainWindow::makeMenus() {
   addFilesAction_ = addCommand(file, tr("&Add Files..."), QKeySequence::Open, &MainWindow::addFilesClicked);
   listCommands_.append(addCommand(file, tr("&Clear List"), QKeySequence(), &MainWindow::clearList));
   file->addSeparator();
+  addCommand(file, tr("&Download Videos..."), QKeySequence(tr("Ctrl+D")), &MainWindow::showDownloads);
+  file->addSeparator();
   file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
@@ -390,6 +393,18 @@ void MainWindow::showSettings() {
   if (dialog.exec() != QDialog::Accepted) return;
   controller_.itemChanged(item);
   controller_.applyToAll(item, applyToAll_->isChecked());
+}
+
+void MainWindow::showDownloads() {
+  // Made on first use and kept: closing it only hides it, and downloads go on.
+  if (downloads_ == nullptr) {
+    downloads_ = new DownloadWindow(this);
+    connect(downloads_, &DownloadWindow::downloadFormDidAddFiles, this,
+            [this](const QStringList& paths) { controller_.downloadFormDidAddFiles(paths); });
+  }
+  downloads_->show();
+  downloads_->raise();
+  downloads_->activateWindow();
 }
 
 void MainWindow::showOptions() {

@@ -14,6 +14,7 @@
 
 class ConversionListModel;
 class MediaListModel;
+class DownloadWindow;
 class PreviewPanel;
 class QAction;
 class QCheckBox;
@@ -80,6 +81,7 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   void editTagsOf(const NodeInfo::Ptr& item);
   void showSettings();
   void showOptions();
+  void showDownloads();
   void showProperties();
   void showAbout();
   void chooseOutputFolder();
@@ -101,6 +103,7 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   QListView* convertList_ = nullptr;
   QLabel* emptyHint_ = nullptr;
   PreviewPanel* preview_ = nullptr;
+  DownloadWindow* downloads_ = nullptr;
   QToolButton* profileButton_ = nullptr;
   QPushButton* settingsButton_ = nullptr;
   QCheckBox* applyToAll_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -18,27 +19,33 @@ QByteArray withPaletteColours(QByteArray svg, const QPalette& palette) {
   return svg;
 }
 
-// Renders the SVG afresh for every size and density asked for.
+// Draws the SVG sharp at every size and density asked for. Each size is
+// rendered once and kept: list rows paint the same icons many times a second.
 class SvgIconEngine : public QIconEngine {
  public:
   explicit SvgIconEngine(QByteArray svg) : svg_(std::move(svg)) {}
 
-  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
-    QSvgRenderer renderer(svg_);
-    if (mode == QIcon::Disabled) painter->setOpacity(painter->opacity() * 0.4);
-    renderer.render(painter, rect);
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const qreal scale = painter->device() != nullptr ? painter->device()->devicePixelRatioF() : 1.0;
+    painter->drawPixmap(rect, scaledPixmap(rect.size(), mode, state, scale));
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
     return scaledPixmap(size, mode, state, 1.0);
   }
 
-  QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) override {
+  QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/, qreal scale) override {
+    const QString key = QStringLiteral("%1x%2@%3/%4").arg(size.width()).arg(size.height()).arg(scale).arg(mode);
+    if (const auto kept = rendered_.constFind(key); kept != rendered_.constEnd()) return *kept;
     QPixmap pixmap(size * scale);
     pixmap.setDevicePixelRatio(scale);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    if (mode == QIcon::Disabled) painter.setOpacity(0.4);
+    QSvgRenderer renderer(svg_);
+    renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    painter.end();
+    rendered_.insert(key, pixmap);
     return pixmap;
   }
 
@@ -47,6 +54,7 @@ class SvgIconEngine : public QIconEngine {
 
  private:
   QByteArray svg_;
+  QHash<QString, QPixmap> rendered_;
 };
 
 }  // namespace
