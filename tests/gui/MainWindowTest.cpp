@@ -10,7 +10,11 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QApplication>
 #include <QTest>
+#include <QTimer>
+
+#include <functional>
 #include <QToolButton>
 
 #include "CommonClass/GlobalSettings.h"
@@ -23,6 +27,9 @@
 #include "main/MediaItemDelegate.h"
 #include "main/PreviewPanel.h"
 #include "download/DownloadWindow.h"
+#include "editor/EditorDialog.h"
+#include "split/SplitDialog.h"
+#include "trim/TrimDialog.h"
 #include "options/OptionsDialog.h"
 #include "settings/SettingsDialog.h"
 #include "tags/TagEditorDialog.h"
@@ -270,6 +277,43 @@ TEST_F(MainWindowTest, TheDownloadWindowOpensFromTheMenuAndWhatItImportsJoinsThe
   downloads->close();
   open->trigger();
   EXPECT_EQ(window->findChildren<DownloadWindow*>().size(), 1) << "kept, not made again";
+}
+
+TEST_F(MainWindowTest, TheEditCommandsOpenTheEditorsOnTheCurrentItemWithThePreviewStopped) {
+  addClips({"one.mp4"});
+  window->mediaList()->setCurrentIndex(window->mediaList()->model()->index(0, 0));
+  PreviewPanel* preview = window->preview();
+  QTest::mouseClick(toolButtonNamed(preview, QStringLiteral("Play")), Qt::LeftButton);
+  ASSERT_TRUE(preview->player().isPlaying());
+
+  const struct {
+    const char* command;
+    const char* picture;
+    std::function<bool(QWidget*)> isTheEditor;
+  } commands[] = {
+      {"&Trim...", "trim.png", [](QWidget* shown) { return qobject_cast<TrimDialog*>(shown) != nullptr; }},
+      {"S&plit...", "split.png", [](QWidget* shown) { return qobject_cast<SplitDialog*>(shown) != nullptr; }},
+      {"&Effects...", "effects.png", [](QWidget* shown) { return qobject_cast<EditorDialog*>(shown) != nullptr; }},
+  };
+  for (const auto& command : commands) {
+    QAction* action = nullptr;
+    for (QAction* candidate : window->findChildren<QAction*>()) {
+      if (candidate->text() == QLatin1String(command.command)) action = candidate;
+    }
+    ASSERT_NE(action, nullptr) << command.command;
+    bool opened = false;
+    // The editor runs modally: it is looked at and closed from the event loop it runs.
+    QTimer::singleShot(0, [&] {
+      ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }, 10000));
+      QWidget* shown = QApplication::activeModalWidget();
+      opened = command.isTheEditor(shown);
+      keepPicture(shown, QLatin1String(command.picture));
+      static_cast<QDialog*>(shown)->reject();
+    });
+    action->trigger();
+    EXPECT_TRUE(opened) << command.command;
+    EXPECT_FALSE(preview->player().isPlaying()) << command.command;
+  }
 }
 
 }  // namespace

@@ -30,6 +30,7 @@
 #include "Profile/KMVProfileCatalog.h"
 #include "ProjectVersion.h"
 #include "download/DownloadWindow.h"
+#include "editor/EditorDialog.h"
 #include "main/ConversionListModel.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MediaListModel.h"
@@ -37,7 +38,9 @@
 #include "main/ProfileMenu.h"
 #include "options/OptionsDialog.h"
 #include "settings/SettingsDialog.h"
+#include "split/SplitDialog.h"
 #include "tags/TagEditorDialog.h"
+#include "trim/TrimDialog.h"
 
 namespace {
 
@@ -247,6 +250,11 @@ void MainWindow::makeMenus() {
   itemCommands_.append(addCommand(edit, tr("&Remove"), QKeySequence::Delete, &MainWindow::removeCurrent));
   listCommands_.append(addCommand(edit, tr("&Merge Ticked Items"), QKeySequence(tr("Ctrl+M")),
                                   &MainWindow::mergeChecked));
+  edit->addSeparator();
+  itemCommands_.append(addCommand(edit, tr("&Trim..."), QKeySequence(tr("Ctrl+T")), &MainWindow::openTrim));
+  itemCommands_.append(addCommand(edit, tr("S&plit..."), QKeySequence(tr("Ctrl+Shift+S")), &MainWindow::openSplit));
+  itemCommands_.append(addCommand(edit, tr("&Effects..."), QKeySequence(tr("Ctrl+E")), &MainWindow::openEffects));
+  itemCommands_.append(addCommand(edit, tr("&3D..."), QKeySequence(tr("Ctrl+3")), &MainWindow::open3D));
 
   QMenu* convert = menuBar()->addMenu(tr("&Convert"));
   itemCommands_.append(addCommand(convert, tr("&Settings..."), QKeySequence(tr("Ctrl+,")), &MainWindow::showSettings));
@@ -393,6 +401,40 @@ void MainWindow::showSettings() {
   if (dialog.exec() != QDialog::Accepted) return;
   controller_.itemChanged(item);
   controller_.applyToAll(item, applyToAll_->isChecked());
+}
+
+NodeInfo::Ptr MainWindow::itemToEdit() {
+  const NodeInfo::Ptr item = currentItem();
+  if (item == nullptr || controller_.isConverting()) return nullptr;
+  // The editors play the item themselves; the library has one preview.
+  preview_->stop();
+  return item;
+}
+
+void MainWindow::openTrim() {
+  const NodeInfo::Ptr item = itemToEdit();
+  if (item == nullptr) return;
+  if (!MediaItemSummary::of(*item).hasVideo) {
+    statusBar()->showMessage(tr("Trimming needs a video; %1 has sound only.").arg(item->outputFilename()),
+                             kStatusMessageMs);
+    return;
+  }
+  TrimDialog dialog(controller_, item, this);
+  dialog.exec();
+}
+
+void MainWindow::openSplit() {
+  if (const NodeInfo::Ptr item = itemToEdit()) {
+    SplitDialog dialog(controller_, item, this);
+    dialog.exec();
+  }
+}
+
+void MainWindow::openEditor(int openModel) {
+  if (const NodeInfo::Ptr item = itemToEdit()) {
+    EditorDialog dialog(controller_, item, openModel, this);
+    dialog.exec();
+  }
 }
 
 void MainWindow::showDownloads() {

@@ -82,6 +82,14 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   void showSettings();
   void showOptions();
   void showDownloads();
+  // The current item, for an editor: none while converting; the preview stops for it.
+  NodeInfo::Ptr itemToEdit();
+  void openTrim();
+  void openSplit();
+  // 0 opens on the crop tab, 1 on the 3D tab.
+  void openEditor(int openModel);
+  void openEffects() { openEditor(0); }
+  void open3D() { openEditor(1); }
   void showProperties();
   void showAbout();
   void chooseOutputFolder();
