@@ -5,9 +5,13 @@
 namespace engine {
 
 int64_t PreviewTimeline::partLengthUs(const MediaItem& record) {
-  const int64_t durationUs = std::max<int64_t>(0, record.m_Info.m_Duration);
-  const int64_t startUs = std::clamp<int64_t>(record.m_MediaStartPos, 0, durationUs);
-  const int64_t endUs = record.m_MediaEndPos > 0 ? std::min<int64_t>(record.m_MediaEndPos, durationUs) : durationUs;
+  // Copies: the record's fields are packed, and the standard algorithms take references.
+  const int64_t probedUs = record.m_Info.m_Duration;
+  const int64_t trimStartUs = record.m_MediaStartPos;
+  const int64_t trimEndUs = record.m_MediaEndPos;
+  const int64_t durationUs = std::max<int64_t>(0, probedUs);
+  const int64_t startUs = std::clamp<int64_t>(trimStartUs, 0, durationUs);
+  const int64_t endUs = trimEndUs > 0 ? std::min<int64_t>(trimEndUs, durationUs) : durationUs;
   return std::max<int64_t>(0, endUs - startUs);
 }
 

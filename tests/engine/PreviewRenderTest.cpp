@@ -212,14 +212,14 @@ TEST_F(PreviewRenderTest, TwoViewsShowSourceAndResultAndDraggedRectanglesReachTh
   EXPECT_EQ(result.last().width, 100);
 
   ASSERT_EQ(VideoConverter_Render_DragCrop(10, 20, 64, 48), 0);
-  EXPECT_EQ(record.m_cropX, 10);
-  EXPECT_EQ(record.m_cropY, 20);
-  EXPECT_EQ(record.m_cropW, 64);
-  EXPECT_EQ(record.m_cropH, 48);
+  EXPECT_EQ(+record.m_cropX, 10);
+  EXPECT_EQ(+record.m_cropY, 20);
+  EXPECT_EQ(+record.m_cropW, 64);
+  EXPECT_EQ(+record.m_cropH, 48);
   EXPECT_EQ(cropCalls, std::vector<int>{0});
   ASSERT_EQ(VideoConverter_Render_DragWatermark(5, 6, 30, 20), 0);
-  EXPECT_EQ(record.m_watermarkInfo.m_x, 5);
-  EXPECT_EQ(record.m_watermarkInfo.m_h, 20);
+  EXPECT_EQ(+record.m_watermarkInfo.m_x, 5);
+  EXPECT_EQ(+record.m_watermarkInfo.m_h, 20);
   EXPECT_EQ(watermarkCalls, std::vector<int>{0});
   EXPECT_TRUE(source.waitFor([](const VideoConverter_Frame& frame, double) { return frame.crop.w == 64; }));
 }

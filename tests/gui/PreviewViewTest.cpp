@@ -165,10 +165,10 @@ TEST(PreviewViewTest, DraggingTheRectanglesWritesTheRenderedRecord) {
   QTest::mousePress(&source, Qt::LeftButton, {}, QPoint(350, 262));
   QTest::mouseMove(&source, QPoint(250, 187));
   QTest::mouseRelease(&source, Qt::LeftButton, {}, QPoint(250, 187));
-  EXPECT_EQ(record.m_cropX, 40);
-  EXPECT_EQ(record.m_cropY, 30);
-  EXPECT_EQ(record.m_cropW, 160);
-  EXPECT_EQ(record.m_cropH, 120);
+  EXPECT_EQ(+record.m_cropX, 40);
+  EXPECT_EQ(+record.m_cropY, 30);
+  EXPECT_EQ(+record.m_cropW, 160);
+  EXPECT_EQ(+record.m_cropH, 120);
   EXPECT_EQ(cropReads, std::vector<int>{0});
   EXPECT_TRUE(dimmed(shown(source).pixel(cutByTheDrag)));
 
@@ -177,10 +177,10 @@ TEST(PreviewViewTest, DraggingTheRectanglesWritesTheRenderedRecord) {
   QTest::mousePress(&source, Qt::LeftButton, {}, QPoint(125, 87));
   QTest::mouseMove(&source, QPoint(150, 112));
   QTest::mouseRelease(&source, Qt::LeftButton, {}, QPoint(150, 112));
-  EXPECT_EQ(record.m_watermarkInfo.m_x, 80);
-  EXPECT_EQ(record.m_watermarkInfo.m_y, 70);
-  EXPECT_EQ(record.m_watermarkInfo.m_w, 80);
-  EXPECT_EQ(record.m_watermarkInfo.m_h, 40);
+  EXPECT_EQ(+record.m_watermarkInfo.m_x, 80);
+  EXPECT_EQ(+record.m_watermarkInfo.m_y, 70);
+  EXPECT_EQ(+record.m_watermarkInfo.m_w, 80);
+  EXPECT_EQ(+record.m_watermarkInfo.m_h, 40);
   EXPECT_EQ(watermarkReads, std::vector<int>{0});
   EXPECT_EQ(cropReads, std::vector<int>{0});
 }

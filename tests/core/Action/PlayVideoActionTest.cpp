@@ -47,9 +47,9 @@ TEST_F(PlayVideoActionTest, PlayingFillsTheSliderAndTheLabelAndStoppingTwiceOnly
   ASSERT_TRUE(action.isPlaying());
   EXPECT_DOUBLE_EQ(action.sliderMaximum(), 2.0);
   const MediaItem& record = action.player().mediaData(0);
-  EXPECT_EQ(record.m_watermarkInfo.m_changed_flag, 12);
-  EXPECT_EQ(record.m_VideoDisable, 0);
-  EXPECT_EQ(record.m_bEnableHwaccel, 1);
+  EXPECT_EQ(+record.m_watermarkInfo.m_changed_flag, 12);
+  EXPECT_EQ(+record.m_VideoDisable, 0);
+  EXPECT_EQ(+record.m_bEnableHwaccel, 1);
 
   action.pauseVideo();
   action.setCurrentTime(1.2);
@@ -95,7 +95,7 @@ TEST_F(PlayVideoActionTest, EditsReachThePlayingRecordsAndDraggedRectanglesComeB
 
   node->effectSettingInfo().setBrightness(40);
   action.updateMediaData(node);
-  EXPECT_EQ(action.player().mediaData(0).m_brightness, 40);
+  EXPECT_EQ(+action.player().mediaData(0).m_brightness, 40);
 
   int cropReads = 0;
   int watermarkReads = 0;
@@ -113,7 +113,7 @@ TEST_F(PlayVideoActionTest, EditsReachThePlayingRecordsAndDraggedRectanglesComeB
   ASSERT_TRUE(waitUntil([&] { return cropReads == 1; }));
   EXPECT_EQ(node->cropSettingInfo().x(), 16);
   EXPECT_EQ(node->cropSettingInfo().h(), 150);
-  EXPECT_EQ(action.player().mediaData(0).m_cropW, 200);
+  EXPECT_EQ(+action.player().mediaData(0).m_cropW, 200);
 
   ASSERT_EQ(VideoConverter_Render_DragWatermark(10, 20, 30, 40), 0);
   ASSERT_TRUE(waitUntil([&] { return watermarkReads == 1; }));
