@@ -39,8 +39,8 @@ std::unique_ptr<PreviewInput> PreviewInput::open(const MediaItem& item, bool wit
       input->keyframes_ = std::move(*keyframes);
     }
   }
+  // The file stays open for as long as the user watches, not the opening's budget.
   input->plan_->file->restartDeadline(std::chrono::hours(24));
-  input->seek(0);
   return input;
 }
 

@@ -32,8 +32,9 @@ class PreviewInput {
   bool hasPictures() const { return plan_->videoStream >= 0; }
   bool hasSound() const { return plan_->audioStream >= 0; }
 
-  // Reading goes on from partUs: the last picture before it comes first,
-  // sound ending before it is skipped.
+  // Reading starts, or goes on, from partUs: the last picture before it
+  // comes first, sound ending before it is skipped. Nothing is read before
+  // the first seek.
   void seek(int64_t partUs);
   // The next frame in reading order; nothing once the part has been read.
   std::optional<DecodedFrame> next();

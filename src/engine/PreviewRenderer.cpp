@@ -47,7 +47,9 @@ PreviewRenderer::~PreviewRenderer() {
   if (thread_.joinable()) thread_.join();
 }
 
-void PreviewRenderer::start() { thread_ = std::thread([this] { run(); }); }
+void PreviewRenderer::start() {
+  thread_ = std::thread([this] { run(); });
+}
 
 void PreviewRenderer::seek(int64_t positionUs) {
   std::lock_guard lock(mutex_);
@@ -135,9 +137,9 @@ int PreviewRenderer::dragWatermark(const VideoConverter_Rect& area) {
 }
 
 bool PreviewRenderer::waitForSettled(std::unique_lock<std::mutex>& lock) {
-  return settled_.wait_for(lock, kSettleBudget,
-                           [&] { return aborted_ || (requestsDone_ >= requests_ && shown_.decoded != nullptr); }) &&
-         shown_.decoded != nullptr;
+  return settled_.wait_for(lock, kSettleBudget, [&] {
+    return aborted_ || (requestsDone_ >= requests_ && shown_.decoded != nullptr);
+  }) && shown_.decoded != nullptr;
 }
 
 FramePtr PreviewRenderer::currentPicture(int width, int height, AVPixelFormat format, std::string& error) {
@@ -233,39 +235,35 @@ void PreviewRenderer::restartClock(int64_t positionUs) {
   clock_.restart(positionUs, sound_ != nullptr);
 }
 
-void PreviewRenderer::enterPart(std::size_t index) {
+void PreviewRenderer::enterPart(std::size_t index, int64_t partUs) {
   input_.reset();
-  pictures_.clear();
-  sound_.reset();
   part_ = index;
   partStartUs_ = timeline_.partStartUs(index);
   partLengthUs_ = PreviewTimeline::partLengthUs(timeline_.record(index));
-  partRead_ = false;
   std::memcpy(&snapshot_, &timeline_.record(index), sizeof snapshot_);
-  for (PreviewPicture& view : views_) view.reset();
   std::string error;
   input_ = PreviewInput::open(snapshot_, soundDevice_, error);
   // A record that cannot be read passes as its length of nothing, so the others still play.
-  if (input_ == nullptr) {
-    logLine("preview: " + error);
-    partRead_ = true;
-  } else if (input_->hasSound() && soundDevice_) {
-    sound_ = std::make_unique<PreviewSoundPart>(snapshot_, 0, partLengthUs_);
-  }
+  if (input_ == nullptr) logLine("preview: " + error);
+  readFrom(partUs);
+}
+
+void PreviewRenderer::readFrom(int64_t partUs) {
+  pictures_.clear();
+  sound_.reset();
+  for (PreviewPicture& view : views_) view.reset();
+  partRead_ = input_ == nullptr;
+  if (input_ == nullptr) return;
+  input_->seek(partUs);
+  if (input_->hasSound() && soundDevice_) sound_ = std::make_unique<PreviewSoundPart>(snapshot_, partUs, partLengthUs_);
 }
 
 void PreviewRenderer::goTo(int64_t positionUs) {
   const TimelinePoint point = timeline_.locate(positionUs);
-  if (input_ == nullptr || point.record != part_) enterPart(point.record);
-  pictures_.clear();
-  for (PreviewPicture& view : views_) view.reset();
-  if (input_ != nullptr) {
-    input_->seek(point.partUs);
-    partRead_ = false;
-  }
-  sound_.reset();
-  if (input_ != nullptr && input_->hasSound() && soundDevice_) {
-    sound_ = std::make_unique<PreviewSoundPart>(snapshot_, point.partUs, partLengthUs_);
+  if (input_ == nullptr || point.record != part_) {
+    enterPart(point.record, point.partUs);
+  } else {
+    readFrom(point.partUs);
   }
   DecodedFrame picture;
   if (input_ != nullptr && input_->hasPictures() && nextPicture(picture, false)) present(picture);

@@ -73,7 +73,10 @@ class PreviewRenderer {
   };
 
   void run();
-  void enterPart(std::size_t index);
+  // Opens a record and reads it from partUs.
+  void enterPart(std::size_t index, int64_t partUs = 0);
+  // Reading of the open record starts again at partUs, with its sound from there.
+  void readFrom(int64_t partUs);
   void goTo(int64_t positionUs);
   void stepBy(int pictures);
   void onPause();

@@ -59,8 +59,8 @@ PreviewPanel::PreviewPanel(QWidget* parent) : QWidget(parent) {
   // Keys on the keyboard move a slider without a press.
   connect(slider_, &QSlider::actionTriggered, this, [this](int action) {
     if (action != QAbstractSlider::SliderMove) {
-      QMetaObject::invokeMethod(this, [this] { player_.playSlideChange(slider_->value() / kSliderSteps); },
-                                Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          this, [this] { player_.playSlideChange(slider_->value() / kSliderSteps); }, Qt::QueuedConnection);
     }
   });
 
@@ -116,9 +116,15 @@ void PreviewPanel::setItem(const NodeInfo::Ptr& item) {
     const MediaItemSummary summary = MediaItemSummary::of(*item);
     view_->setStill(QImage(summary.thumbnailPath));
     view_->setToolTip(summary.hasVideo ? summary.name : tr("%1 (sound only)").arg(summary.name));
-    time_->setText(QStringLiteral("%1|%2").arg(CommonClass::formatTimeForDouble(0), summary.duration));
   }
+  showLength();
   updateButtons();
+}
+
+void PreviewPanel::showLength() {
+  if (item_ == nullptr) return;
+  time_->setText(
+      QStringLiteral("%1|%2").arg(CommonClass::formatTimeForDouble(0), MediaItemSummary::of(*item_).duration));
 }
 
 void PreviewPanel::itemEdited(const NodeInfo::Ptr& item) {
@@ -152,10 +158,7 @@ void PreviewPanel::stop() {
   player_.stopPlay();
   view_->clearPicture();
   paused_ = false;
-  if (item_ != nullptr) {
-    time_->setText(QStringLiteral("%1|%2").arg(CommonClass::formatTimeForDouble(0),
-                                               MediaItemSummary::of(*item_).duration));
-  }
+  showLength();
   updateButtons();
 }
 

@@ -44,6 +44,8 @@ class PreviewPanel : public QWidget, public PlayVideoActionDelegate {
   void play();
   void togglePlaying();
   void updateButtons();
+  // "00:00:00|<length>" of the item while nothing plays.
+  void showLength();
   void showSlider(double minimum, double value, double maximum);
 
   PlayVideoAction player_;
