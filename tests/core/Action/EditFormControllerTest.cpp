@@ -59,7 +59,7 @@ TEST_F(EditorWindow, MarginsMakeTheRectangleWithinLimitsThatKeep32Pixels) {
   controller.cropStepperClick(CropFormAction::kRight, 40);
   const CropSettingInfo& stored = node->cropSettingInfo();
   EXPECT_EQ(QRect(stored.x(), stored.y(), stored.w(), stored.h()), QRect(30, 10, 570, 450));
-  EXPECT_EQ(playedRecord().m_cropW, 570);
+  EXPECT_EQ(+playedRecord().m_cropW, 570);
 
   // Typed text is checked against the limits but stored only by a stepper or a reset.
   controller.cropTextDidChange(CropFormAction::kTop, QStringLiteral("9999"));
@@ -98,14 +98,14 @@ TEST_F(EditorWindow, RotationCountsOnFromItsCounterEvenAfterAReset) {
     angles.append(node->effectSettingInfo().rotateAngle());
   }
   EXPECT_EQ(angles, QList<int32_t>({270, 0, 90}));
-  EXPECT_EQ(playedRecord().m_RotateAngle, 90);
+  EXPECT_EQ(+playedRecord().m_RotateAngle, 90);
 
   controller.setHoriflipFilm();
   controller.setVertfilpFilm();
   controller.setVertfilpFilm();
   EXPECT_EQ(node->effectSettingInfo().rotateFlipX(), 1);
   EXPECT_EQ(node->effectSettingInfo().rotateFlipY(), 0);
-  EXPECT_EQ(playedRecord().m_RotateFlip_X, 1);
+  EXPECT_EQ(+playedRecord().m_RotateFlip_X, 1);
 }
 
 TEST_F(EditorWindow, EffectsReachThePlayedRecordAndResetsKeepTheirScope) {
@@ -114,15 +114,15 @@ TEST_F(EditorWindow, EffectsReachThePlayedRecordAndResetsKeepTheirScope) {
   controller.showWindowModal({node});
   EXPECT_EQ(controller.selectedTab(), EditFormController::kTab3D);
   ASSERT_TRUE(controller.player().isPlaying());
-  EXPECT_EQ(playedRecord().m_volume, 256);
+  EXPECT_EQ(+playedRecord().m_volume, 256);
   EXPECT_FALSE(controller.effects().slider(Slider::kDepth).enabled);
 
   controller.setVolumeZoom(250);
   EXPECT_EQ(controller.effects().slider(Slider::kVolume).label, QStringLiteral("Volume: 250%"));
-  EXPECT_EQ(playedRecord().m_volume, 384);
+  EXPECT_EQ(+playedRecord().m_volume, 384);
   controller.setFadeIn(3.7);
   EXPECT_EQ(controller.effects().slider(Slider::kFadeIn).label, QStringLiteral("Fade In: 3 s"));
-  EXPECT_EQ(playedRecord().m_fadeIn_len, 3000000);
+  EXPECT_EQ(+playedRecord().m_fadeIn_len, 3000000);
   controller.setVideoTransOut(12);  // beyond the range
   EXPECT_EQ(node->effectSettingInfo().videoFadeOut(), 10);
 
@@ -131,15 +131,15 @@ TEST_F(EditorWindow, EffectsReachThePlayedRecordAndResetsKeepTheirScope) {
   controller.select3DModel(2);
   EXPECT_TRUE(controller.effects().slider(Slider::kDepth).enabled);
   controller.set3DDepth(-7);
-  EXPECT_EQ(playedRecord().m_EffectID[1], 1072);
-  EXPECT_EQ(playedRecord().m_pEffectArgs[1].arg1, -1);
+  EXPECT_EQ(+playedRecord().m_EffectID[1], 1072);
+  EXPECT_EQ(+playedRecord().m_pEffectArgs[1].arg1, -1);
   controller.select3DModel(0);
   EXPECT_EQ(node->effectSettingInfo().depth(), 5);
   EXPECT_EQ(controller.effects().slider(Slider::kDepth).label, QString());
 
   controller.selectEffect(1);
   controller.setBrightness(40);
-  EXPECT_EQ(playedRecord().m_EffectID[0], 1036);
+  EXPECT_EQ(+playedRecord().m_EffectID[0], 1036);
   controller.cropStepperClick(CropFormAction::kTop, 100);
   controller.editReset();
   const EffectSettingInfo& effect = node->effectSettingInfo();
@@ -187,8 +187,8 @@ TEST_F(EditorWindow, WatermarkTypeOpacityTextAndApplyToAllByProportion) {
   EXPECT_EQ(QRect(mark.m_x(), mark.m_y(), mark.m_w(), mark.m_h()), QRect(0, 0, 320, 180));
   controller.changeWatermarkTrans(100);
   EXPECT_EQ(tab.transparencyLabel(), QStringLiteral("100"));
-  EXPECT_EQ(playedRecord().m_watermarkInfo.m_transparency, 254);
-  EXPECT_EQ(playedRecord().m_watermarkInfo.m_w, 320);
+  EXPECT_EQ(+playedRecord().m_watermarkInfo.m_transparency, 254);
+  EXPECT_EQ(+playedRecord().m_watermarkInfo.m_w, 320);
   controller.changeFont(QStringLiteral("Serif"), 30.6, true, true);
   controller.changeAttributes(true, false, RGBAColor{1.0, 0.5, 0.0, 1.0});
   EXPECT_EQ(mark.m_fontsize(), 30);
@@ -204,7 +204,7 @@ TEST_F(EditorWindow, WatermarkTypeOpacityTextAndApplyToAllByProportion) {
   const WatermarkInfo& smallMark = small->watermarkInfo();
   EXPECT_EQ(QRect(smallMark.m_imgX(), smallMark.m_imgY(), smallMark.m_imgW(), smallMark.m_imgH()),
             QRect(0, 0, 160, 120));
-  EXPECT_EQ(playedRecord().m_watermarkInfo.m_watermarkType, WatermarkInfo::kTypePicture);
+  EXPECT_EQ(+playedRecord().m_watermarkInfo.m_watermarkType, WatermarkInfo::kTypePicture);
   small->watermarkInfo().setM_imgX(64);
   small->watermarkInfo().setM_imgY(48);
   controller.applyWatermarkToAll();
