@@ -1,6 +1,7 @@
 // The probing functions of the public interface.
 #include <new>
 
+#include "KeyframeIndex.h"
 #include "MediaProbe.h"
 #include "videoconverter.h"
 
@@ -39,5 +40,16 @@ extern "C" int VideoConverter_GetMediaInfo2(const char* path, const char* imageP
   if (path == nullptr || info == nullptr) return VC_ERROR_INVALID_ARGUMENT;
   return guarded([&] {
     return engine::MediaProbe::probe({path, imagePath != nullptr ? imagePath : "", timeUs, false}, *info);
+  });
+}
+
+extern "C" int VideoConverter_GetKeyframeTimes(const char* indexPath, int64_t* times, int capacity) {
+  if (indexPath == nullptr || (times == nullptr && capacity > 0)) return VC_ERROR_INVALID_ARGUMENT;
+  return guarded([&] {
+    const auto keyframes = engine::KeyframeIndex::load(indexPath);
+    if (!keyframes) return static_cast<int>(VC_ERROR_FILE_NOT_FOUND);
+    const int count = static_cast<int>(keyframes->size());
+    for (int i = 0; i < count && i < capacity; ++i) times[i] = (*keyframes)[i].timeUs;
+    return count;
   });
 }

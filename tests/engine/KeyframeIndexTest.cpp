@@ -60,6 +60,14 @@ TEST_F(KeyframeIndexTest, ListsTheKeyframesFfprobeSeesOnceForTheSameFileAndNoneW
       EXPECT_NEAR(index.entries[i].first, expected[i].seconds * 1e6, 2) << "keyframe " << i;
       EXPECT_EQ(index.entries[i].second, expected[i].bytePosition) << "keyframe " << i;
     }
+    std::vector<int64_t> times(expected.size() + 1, -1);
+    ASSERT_EQ(VideoConverter_GetKeyframeTimes(probed.info.m_framesPosFileName, times.data(), 1),
+              static_cast<int>(expected.size()));
+    EXPECT_EQ(times[1], -1);  // nothing written past the capacity
+    ASSERT_EQ(VideoConverter_GetKeyframeTimes(probed.info.m_framesPosFileName, times.data(),
+                                              static_cast<int>(times.size())),
+              static_cast<int>(expected.size()));
+    for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(times[i], index.entries[i].first) << "keyframe " << i;
   }
 
   const fs::path copy = fs::path(folder_) / "copy.mp4";
@@ -83,6 +91,12 @@ TEST_F(KeyframeIndexTest, ListsTheKeyframesFfprobeSeesOnceForTheSameFileAndNoneW
     EXPECT_EQ(probed.info.m_Width, 320);
   }
   EXPECT_FALSE(fs::exists(folder_ + "/missing"));
+
+  std::ofstream(folder_ + "/damaged.idx") << "VCKEYFRAMES 1\n12 x\n";
+  int64_t time = 0;
+  EXPECT_EQ(VideoConverter_GetKeyframeTimes((folder_ + "/damaged.idx").c_str(), &time, 1), VC_ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(VideoConverter_GetKeyframeTimes((folder_ + "/none.idx").c_str(), &time, 1), VC_ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(VideoConverter_GetKeyframeTimes(nullptr, &time, 1), VC_ERROR_INVALID_ARGUMENT);
 }
 
 }  // namespace

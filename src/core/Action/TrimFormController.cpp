@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Action/NodeInfoAction.h"
+#include "MediaClass/MediaFileProbe.h"
 #include "CommonClass/CommonClass.h"
 #include "CommonClass/NotificationCenter.h"
 
@@ -52,6 +53,7 @@ void TrimFormController::itemViewClick(const NodeInfo::Ptr& node) {
   stopButtonClick();
   addTrimNodeInfo();
   nodeInfo_ = node;
+  keyframeTimes_ = keyframeSeconds(*node->decoderInfo());
   // A source whose segments were merged into it is opened with merge ticked, so that closing keeps them merged.
   merge_ = node->getChildNodeCount() > 0 && node->parentNode() == NodeInfoAction::getRootNode(db_);
   segments_.initTableView(node);

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <QVector>
 
 #include <cstdint>
 
@@ -63,6 +64,8 @@ class TrimFormController : public QObject, public PlayVideoActionDelegate {
   double leftMarker() const { return leftMarker_; }
   double rightMarker() const { return rightMarker_; }
   double markerMaximum() const;
+  // Where the file on screen has keyframes (seconds), drawn under the markers.
+  const QVector<double>& keyframeTimes() const { return keyframeTimes_; }
   // A marker dragged, as its notification tells.
   void startTimeChange(double seconds);
   void endTimeChange(double seconds);
@@ -127,6 +130,7 @@ class TrimFormController : public QObject, public PlayVideoActionDelegate {
   TrimSegmentList segments_;
   NodeInfo::List items_;
   NodeInfo::Ptr nodeInfo_;
+  QVector<double> keyframeTimes_;
   bool shown_ = false;
   bool merge_ = false;
   int selectedRow_ = -1;

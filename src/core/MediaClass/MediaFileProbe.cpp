@@ -2,6 +2,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <vector>
+
 MediaFileProbe probeMediaFile(const QString& path, const QString& imageName, bool audioOnly) {
   MediaFileProbe probe;
   const QString name = QFileInfo(path).fileName();
@@ -23,4 +26,15 @@ MediaFileProbe probeMediaFile(const QString& path, const QString& imageName, boo
   probe.info = *record;
   probe.result = 0;
   return probe;
+}
+
+QVector<double> keyframeSeconds(const DECODER_INFO& info) {
+  const int count = VideoConverter_GetKeyframeTimes(info.m_framesPosFileName, nullptr, 0);
+  if (count <= 0) return {};
+  std::vector<int64_t> times(static_cast<size_t>(count));
+  const int read = VideoConverter_GetKeyframeTimes(info.m_framesPosFileName, times.data(), count);
+  QVector<double> seconds;
+  seconds.reserve(count);
+  for (int i = 0; i < std::min(read, count); ++i) seconds.append(static_cast<double>(times[static_cast<size_t>(i)]) / 1e6);
+  return seconds;
 }

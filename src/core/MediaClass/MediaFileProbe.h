@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 #include <cstdint>
 
@@ -20,3 +21,7 @@ struct MediaFileProbe {
 // Probes `path` (not empty), writing a thumbnail to `imageName` when one is
 // given; `audioOnly` skips all video work.
 MediaFileProbe probeMediaFile(const QString& path, const QString& imageName, bool audioOnly);
+
+// The keyframe times of a probed file, in seconds from its start; empty when
+// it has no keyframe index (no video, or no scratch folder when probed).
+QVector<double> keyframeSeconds(const DECODER_INFO& info);

@@ -232,6 +232,14 @@ int VideoConverter_GetMediaInfo(const char* path, const char* thumbnailPath, DEC
 // (microseconds, clamped to the duration) as a BMP thumbnail to imagePath.
 int VideoConverter_GetMediaInfo2(const char* path, const char* imagePath, DECODER_INFO* info, int64_t timeUs);
 
+// Copies the times of the keyframes a keyframe index lists (the probe's
+// m_framesPosFileName), in microseconds from the start of the file and in
+// order, into `times`, at most `capacity` of them. Returns how many the index
+// holds, which may be more than capacity; VC_ERROR_INVALID_ARGUMENT for a
+// null path, or a null buffer with a capacity; VC_ERROR_FILE_NOT_FOUND for
+// an index missing or damaged.
+int VideoConverter_GetKeyframeTimes(const char* indexPath, int64_t* times, int capacity);
+
 // Answers 1 when this build has an encoder for the codec with the given
 // four-character code of QuickTime-style containers (such as "apcn"), else 0.
 int VideoConverter_CheckEncoder(const char* fourCharacterCode);

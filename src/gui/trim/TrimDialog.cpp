@@ -150,7 +150,7 @@ TrimDialog::TrimDialog(MainFormController& main, const NodeInfo::Ptr& node, QWid
     showing_ = true;
     merge_->setChecked(controller_.isMergeChecked());
     showing_ = false;
-    markers_->setMaximum(controller_.markerMaximum());
+    showFileRange();
   });
 
   connect(view_, &PreviewView::playPauseRequested, this, &TrimDialog::togglePlaying);
@@ -187,7 +187,7 @@ TrimDialog::TrimDialog(MainFormController& main, const NodeInfo::Ptr& node, QWid
   strip_->setCurrentRow(controller_.selectVideoIndex());
   merge_->setChecked(controller_.isMergeChecked());
   showing_ = false;
-  markers_->setMaximum(controller_.markerMaximum());
+  showFileRange();
   showMarkers();
   showSteppers();
   showSelection(controller_.selectedRow());
@@ -233,6 +233,11 @@ QWidget* TrimDialog::makeStepper(bool isStart) {
 void TrimDialog::addShortcut(int key, const std::function<void()>& action) {
   auto* shortcut = new QShortcut(QKeySequence(key), this);
   connect(shortcut, &QShortcut::activated, this, action);
+}
+
+void TrimDialog::showFileRange() {
+  markers_->setMaximum(controller_.markerMaximum());
+  markers_->setKeyframes(controller_.keyframeTimes());
 }
 
 void TrimDialog::showMarkers() { markers_->setMarkers(controller_.leftMarker(), controller_.rightMarker()); }

@@ -41,6 +41,8 @@ class TrimDialog : public QDialog {
   QWidget* makeStepper(bool isStart);
   QToolButton* addButton(const QString& text, const QString& toolTip);
   void addShortcut(int key, const std::function<void()>& action);
+  // The slider's length and keyframes for the file on screen.
+  void showFileRange();
   void showMarkers();
   void showSteppers();
   void showSelection(int row);

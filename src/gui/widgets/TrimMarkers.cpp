@@ -42,6 +42,11 @@ void TrimMarkers::setMarkers(double in, double out) {
   update();
 }
 
+void TrimMarkers::setKeyframes(const QVector<double>& seconds) {
+  keyframes_ = seconds;
+  update();
+}
+
 QRectF TrimMarkers::track() const { return QRectF(kSideMargin, height() / 2.0 - 3, width() - 2 * kSideMargin, 6); }
 
 double TrimMarkers::secondsAt(double x) const {
@@ -65,6 +70,20 @@ void TrimMarkers::paintEvent(QPaintEvent* /*event*/) {
   // The kept part between the markers.
   painter.setBrush(palette().color(QPalette::Highlight));
   painter.drawRect(QRectF(QPointF(xOf(in_), groove.top()), QPointF(xOf(out_), groove.bottom())));
+
+  // One tick per pixel column however many keyframes share it.
+  QVector<QLineF> ticks;
+  int lastColumn = -1;
+  for (double seconds : keyframes_) {
+    const qreal x = std::round(xOf(seconds)) + 0.5;
+    if (static_cast<int>(x) == lastColumn) continue;
+    lastColumn = static_cast<int>(x);
+    ticks.append(QLineF(x, groove.bottom() + 3, x, groove.bottom() + 7));
+  }
+  painter.setPen(QPen(palette().color(QPalette::PlaceholderText), 1));
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.drawLines(ticks);
+  painter.setRenderHint(QPainter::Antialiasing);
 
   const auto marker = [&](double seconds, bool isIn) {
     const qreal x = xOf(seconds);

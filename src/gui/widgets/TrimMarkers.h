@@ -1,9 +1,12 @@
 // The play slider of the trim window with its in and out markers. Clicking
 // or dragging the track moves the play position; dragging a marker moves it,
 // kept before (or after) the other one, and posts "StartTimeChange" or
-// "EndTimeChange" with its seconds, as the trim logic listens for.
+// "EndTimeChange" with its seconds, as the trim logic listens for. The
+// file's keyframes are drawn as ticks under the track: a cut there is exact
+// even when the output copies the stream.
 #pragma once
 
+#include <QVector>
 #include <QWidget>
 
 class TrimMarkers : public QWidget {
@@ -16,6 +19,7 @@ class TrimMarkers : public QWidget {
   void setMaximum(double seconds);
   void setPosition(double seconds);
   void setMarkers(double in, double out);
+  void setKeyframes(const QVector<double>& seconds);
   double maximum() const { return maximum_; }
   double position() const { return position_; }
   double in() const { return in_; }
@@ -46,5 +50,6 @@ class TrimMarkers : public QWidget {
   double position_ = 0;
   double in_ = 0;
   double out_ = 0;
+  QVector<double> keyframes_;
   Grab grab_ = Grab::kNone;
 };

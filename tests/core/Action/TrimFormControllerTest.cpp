@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cmath>
 
 #include "Action/MainFormController.h"
@@ -140,6 +141,39 @@ TEST_F(TrimWindow, MarkersWriteTheSelectedSegmentAndSeekOnceTheyRest) {
   controller.player().getVideoCurrentTime();
   controller.trimButtonGoLeft();
   EXPECT_EQ(controller.segments().at(0)->trimSettingInfo().startTime(), 2);
+}
+
+// Keyframe times as ffprobe lists them, in seconds.
+QVector<double> probedKeyframes(const QString& path) {
+  const testmedia::ProgramOutput listing =
+      testmedia::run(QStringLiteral("ffprobe"), {"-v", "error", "-select_streams", "v:0", "-show_entries",
+                                                 "packet=pts_time,flags", "-of", "csv=p=0", path});
+  QVector<double> seconds;
+  for (const QByteArray& line : listing.output.split('\n')) {
+    const QList<QByteArray> fields = line.trimmed().split(',');
+    if (fields.size() == 2 && fields[1].startsWith('K')) seconds.append(fields[0].toDouble());
+  }
+  std::sort(seconds.begin(), seconds.end());
+  return seconds;
+}
+
+TEST_F(TrimWindow, TheSliderShowsTheKeyframesOfTheFileOnScreen) {
+  const QString everySecond = media.path(QStringLiteral("gop25.mp4"));
+  ASSERT_EQ(testmedia::runFfmpeg({"-i", media.clip(QStringLiteral("source.mp4"), 4), "-c:v", "libx264", "-g", "25",
+                                  "-sc_threshold", "0", "-c:a", "copy", everySecond}),
+            QString());
+  const NodeInfo::List nodes =
+      modeltest::addToList(db, {everySecond, media.clip(QStringLiteral("plain.mp4"), 2)}, media.path(QStringLiteral("scratch")));
+  ASSERT_EQ(nodes.size(), 2);
+  controller.showWindowModal(nodes);
+  const QVector<double> expected = probedKeyframes(everySecond);
+  ASSERT_EQ(expected.size(), 4);
+  ASSERT_EQ(controller.keyframeTimes().size(), expected.size());
+  for (int i = 0; i < expected.size(); ++i) EXPECT_NEAR(controller.keyframeTimes()[i], expected[i], 1e-3);
+
+  controller.itemViewClick(nodes[1]);
+  EXPECT_EQ(controller.keyframeTimes().size(), probedKeyframes(nodes[1]->mediaFileInfo().fileName()).size());
+  EXPECT_NE(controller.keyframeTimes().size(), expected.size());
 }
 
 TEST_F(TrimWindow, SegmentsBecomeItemsAndReopeningContinuesThemUntilTheTrimIsUndone) {

@@ -45,7 +45,9 @@ class ChangeRecorder : public QObject {
         EXPECT_EQ(change.parent->indexOfChild(change.node), change.first);
         break;
     }
-    if (change.kind != Kind::kChanged) EXPECT_TRUE(pending_) << "a structural change is announced before it happens";
+    if (change.kind != Kind::kChanged) {
+      EXPECT_TRUE(pending_) << "a structural change is announced before it happens";
+    }
     pending_ = false;
   }
 
