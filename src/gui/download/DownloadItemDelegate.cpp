@@ -14,7 +14,7 @@
 
 #include "Download/DroglineView.h"
 #include "download/DownloadListModel.h"
-#include "main/RowPainting.h"
+#include "widgets/RowPainting.h"
 #include "widgets/ItemDefaultInfo.h"
 #include "widgets/SkinImage.h"
 

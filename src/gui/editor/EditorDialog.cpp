@@ -11,7 +11,6 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -23,6 +22,7 @@
 #include "CommonClass/PlatformServices.h"
 #include "sound/PreviewSound.h"
 #include "widgets/PreviewView.h"
+#include "widgets/ItemStrip.h"
 
 namespace {
 
@@ -52,10 +52,7 @@ EditorDialog::EditorDialog(MainFormController& main, const NodeInfo::Ptr& node, 
   main.setIsShowWindow(true);
   const NodeInfo::List items = NodeInfoAction::getSuitableNode(main.db());
 
-  strip_ = new QListWidget(this);
-  strip_->setMaximumWidth(180);
-  strip_->setAccessibleName(tr("Items"));
-  for (const NodeInfo::Ptr& item : items) strip_->addItem(item->outputFilename());
+  strip_ = new ItemStrip(items, this);
 
   sound_ = new PreviewSound(this);
   source_ = new PreviewView(this);
@@ -152,16 +149,12 @@ EditorDialog::EditorDialog(MainFormController& main, const NodeInfo::Ptr& node, 
     result_->clearPicture();
   });
   connect(&controller_, &EditFormController::windowClosed, this, &QDialog::accept);
-  connect(strip_, &QListWidget::currentRowChanged, this, [this, items](int row) {
-    if (!showing_ && row >= 0 && row < items.size()) controller_.itemViewClick(items[row]);
-  });
+  connect(strip_, &ItemStrip::itemChosen, &controller_, &EditFormController::itemViewClick);
 
   player.setVideoView({source_->renderView(), kPreviewSize.width(), kPreviewSize.height()});
   player.setEffectView({result_->renderView(), kPreviewSize.width(), kPreviewSize.height()});
   controller_.showWindowModal(items, node);
-  showing_ = true;
-  strip_->setCurrentRow(static_cast<int>(items.indexOf(controller_.currentNode())));
-  showing_ = false;
+  strip_->showItem(controller_.currentNode());
   showForm();
   showTab(controller_.selectedTab());
 }

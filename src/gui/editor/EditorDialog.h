@@ -12,13 +12,13 @@
 #include "Action/EditFormController.h"
 #include "Action/MainFormController.h"
 
+class ItemStrip;
 class PreviewSound;
 class PreviewView;
 class QButtonGroup;
 class QComboBox;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QPushButton;
 class QSlider;
 class QTabWidget;
@@ -60,7 +60,7 @@ class EditorDialog : public QDialog {
   PreviewView* result_ = nullptr;
   QSlider* position_ = nullptr;
   QLabel* time_ = nullptr;
-  QListWidget* strip_ = nullptr;
+  ItemStrip* strip_ = nullptr;
   QTabWidget* tabs_ = nullptr;
   std::array<QLineEdit*, CropFormAction::kMarginCount> margins_{};
   QComboBox* zoom_ = nullptr;

@@ -10,7 +10,7 @@
 #include "Action/ConvertView.h"
 #include "Action/MediaItemSummary.h"
 #include "main/ConversionListModel.h"
-#include "main/RowPainting.h"
+#include "widgets/RowPainting.h"
 #include "widgets/SkinImage.h"
 
 namespace {

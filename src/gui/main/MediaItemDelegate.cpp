@@ -11,7 +11,7 @@
 #include "Action/MediaItemSummary.h"
 #include "CommonClass/StandardPaths.h"
 #include "main/MediaListModel.h"
-#include "main/RowPainting.h"
+#include "widgets/RowPainting.h"
 #include "widgets/SkinImage.h"
 
 namespace {

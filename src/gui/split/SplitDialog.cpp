@@ -7,12 +7,12 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
 #include "Action/NodeInfoAction.h"
+#include "widgets/ItemStrip.h"
 
 SplitDialog::SplitDialog(MainFormController& main, const NodeInfo::Ptr& node, QWidget* parent) : QDialog(parent) {
   setWindowTitle(tr("Split"));
@@ -21,10 +21,7 @@ SplitDialog::SplitDialog(MainFormController& main, const NodeInfo::Ptr& node, QW
   main.setIsShowWindow(true);
   const NodeInfo::List items = NodeInfoAction::getSuitableNode(main.db());
 
-  strip_ = new QListWidget(this);
-  strip_->setMaximumWidth(200);
-  strip_->setAccessibleName(tr("Items"));
-  for (const NodeInfo::Ptr& item : items) strip_->addItem(item->outputFilename());
+  strip_ = new ItemStrip(items, this);
 
   byMinutes_ = new QRadioButton(tr("Split every"), this);
   byClips_ = new QRadioButton(tr("Split into"), this);
@@ -73,14 +70,10 @@ SplitDialog::SplitDialog(MainFormController& main, const NodeInfo::Ptr& node, QW
   connect(buttons, &QDialogButtonBox::rejected, &controller_, &SplitController::cancelButtonClick);
   connect(&controller_, &SplitController::formChanged, this, &SplitDialog::showForm);
   connect(&controller_, &SplitController::windowClosed, this, &QDialog::accept);
-  connect(strip_, &QListWidget::currentRowChanged, this, [this, items](int row) {
-    if (!showing_ && row >= 0 && row < items.size()) controller_.itemViewClick(items[row]);
-  });
+  connect(strip_, &ItemStrip::itemChosen, &controller_, &SplitController::itemViewClick);
 
   controller_.showWindowModal(items, node);
-  showing_ = true;
-  strip_->setCurrentRow(static_cast<int>(items.indexOf(controller_.currentNode())));
-  showing_ = false;
+  strip_->showItem(controller_.currentNode());
   showForm();
 }
 

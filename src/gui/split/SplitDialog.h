@@ -8,9 +8,9 @@
 #include "Action/MainFormController.h"
 #include "Action/SplitController.h"
 
+class ItemStrip;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QRadioButton;
 
 class SplitDialog : public QDialog {
@@ -29,7 +29,7 @@ class SplitDialog : public QDialog {
   void showForm();
 
   SplitController controller_;
-  QListWidget* strip_ = nullptr;
+  ItemStrip* strip_ = nullptr;
   QRadioButton* byMinutes_ = nullptr;
   QRadioButton* byClips_ = nullptr;
   QLineEdit* minutes_ = nullptr;

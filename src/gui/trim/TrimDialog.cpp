@@ -5,7 +5,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTableView>
@@ -16,6 +15,7 @@
 #include "trim/SegmentTableModel.h"
 #include "widgets/PreviewView.h"
 #include "widgets/TrimMarkers.h"
+#include "widgets/ItemStrip.h"
 
 namespace {
 
@@ -32,10 +32,7 @@ TrimDialog::TrimDialog(MainFormController& main, const NodeInfo::Ptr& node, QWid
   main.setIsShowWindow(true);
   const NodeInfo::List items = TrimFormController::getSuitableNode(main.db());
 
-  strip_ = new QListWidget(this);
-  strip_->setMaximumWidth(180);
-  strip_->setAccessibleName(tr("Videos"));
-  for (const NodeInfo::Ptr& item : items) strip_->addItem(item->outputFilename());
+  strip_ = new ItemStrip(items, this);
 
   sound_ = new PreviewSound(this);
   view_ = new PreviewView(this);
@@ -144,9 +141,8 @@ TrimDialog::TrimDialog(MainFormController& main, const NodeInfo::Ptr& node, QWid
   connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
     if (!showing_ && current.isValid()) controller_.tableViewSelectDidChange(current.row());
   });
-  connect(strip_, &QListWidget::currentRowChanged, this, [this, items](int row) {
-    if (showing_ || row < 0 || row >= items.size()) return;
-    controller_.itemViewClick(items[row]);
+  connect(strip_, &ItemStrip::itemChosen, this, [this](const NodeInfo::Ptr& item) {
+    controller_.itemViewClick(item);
     showing_ = true;
     merge_->setChecked(controller_.isMergeChecked());
     showing_ = false;
@@ -184,7 +180,7 @@ TrimDialog::TrimDialog(MainFormController& main, const NodeInfo::Ptr& node, QWid
   player.setVideoView({view_->renderView(), kPreviewSize.width(), kPreviewSize.height()});
   controller_.showWindowModal(items, node);
   showing_ = true;
-  strip_->setCurrentRow(controller_.selectVideoIndex());
+  strip_->showItem(controller_.nodeInfo());
   merge_->setChecked(controller_.isMergeChecked());
   showing_ = false;
   showFileRange();

@@ -12,11 +12,11 @@
 #include "Action/MainFormController.h"
 #include "Action/TrimFormController.h"
 
+class ItemStrip;
 class PreviewSound;
 class PreviewView;
 class QCheckBox;
 class QLabel;
-class QListWidget;
 class QTableView;
 class QToolButton;
 class SegmentTableModel;
@@ -54,7 +54,7 @@ class TrimDialog : public QDialog {
   PreviewView* view_ = nullptr;
   TrimMarkers* markers_ = nullptr;
   QLabel* time_ = nullptr;
-  QListWidget* strip_ = nullptr;
+  ItemStrip* strip_ = nullptr;
   QTableView* table_ = nullptr;
   SegmentTableModel* model_ = nullptr;
   QCheckBox* merge_ = nullptr;
