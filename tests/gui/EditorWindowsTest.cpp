@@ -154,6 +154,17 @@ TEST_F(EditorWindowsTest, EditorWindowTurnsSlidesAndResetsTheItemAndClosesOnCanc
   auto* strip = dialog.findChild<QListWidget*>();
   EXPECT_EQ(strip->currentRow(), 1);
 
+  // A margin typed and confirmed with Return crops at once; one too large is held to the limit.
+  auto* top = childNamed<QLineEdit>(&dialog, QStringLiteral("Top:"));
+  ASSERT_NE(top, nullptr);
+  top->setFocus();
+  top->selectAll();
+  QTest::keyClicks(top, QStringLiteral("999"));
+  QTest::keyClick(top, Qt::Key_Return);
+  EXPECT_EQ(top->text(), QStringLiteral("88"));  // 120 - 32
+  EXPECT_EQ(second->cropSettingInfo().y(), 88);
+  EXPECT_EQ(second->cropSettingInfo().h(), 32);
+
   buttonNamed<QToolButton>(&dialog, QStringLiteral("Rotate left"))->click();
   EXPECT_EQ(second->effectSettingInfo().rotateAngle(), 90);
   buttonNamed<QToolButton>(&dialog, QStringLiteral("Flip horizontal"))->click();

@@ -112,8 +112,17 @@ void EditFormController::cropTextDidChange(CropFormAction::Margin margin, const 
   emit formChanged();
 }
 
+void EditFormController::cropTextDidEndEditing(CropFormAction::Margin margin, const QString& text) {
+  crop_.txtDidChange(margin, text);
+  storeCrop();
+}
+
 void EditFormController::cropStepperClick(CropFormAction::Margin margin, int32_t value) {
   crop_.stepperDidChange(margin, value);
+  storeCrop();
+}
+
+void EditFormController::storeCrop() {
   crop_.updateMediaData();
   effects_.updateMediaData();
   effects_.refreshPlayerCropRect();

@@ -79,6 +79,9 @@ class EditFormController : public QObject {
 
   // Margins: typed text (not stored), and stepper clicks (stored).
   void cropTextDidChange(CropFormAction::Margin margin, const QString& text);
+  // A margin field left with Return or by moving on: the typed text as above,
+  // then stored like a stepper click, so that the preview shows it at once.
+  void cropTextDidEndEditing(CropFormAction::Margin margin, const QString& text);
   void cropStepperClick(CropFormAction::Margin margin, int32_t value);
 
   void effectReset();
@@ -116,6 +119,8 @@ class EditFormController : public QObject {
  private:
   // The preview wrote a dragged rectangle into its record.
   void readCropInfo();
+  // The margins into the node's rectangle, the effects after them, and the preview's crop rectangle.
+  void storeCrop();
   void readWatermarkInfo();
   void rotateTo(int32_t degrees);
   void closeWindow();

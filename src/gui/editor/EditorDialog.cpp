@@ -213,7 +213,7 @@ QWidget* EditorDialog::cropTab() {
     QToolButton* less = addToolButton(tab, QStringLiteral("-"), tr("Smaller margin"));
     QToolButton* more = addToolButton(tab, QStringLiteral("+"), tr("Larger margin"));
     connect(field, &QLineEdit::editingFinished, this, [this, margin, field] {
-      if (!showing_) controller_.cropTextDidChange(margin, field->text());
+      if (!showing_) controller_.cropTextDidEndEditing(margin, field->text());
     });
     connect(less, &QToolButton::clicked, this,
             [this, margin] { controller_.cropStepperClick(margin, controller_.crop().stepper(margin).value - 1); });

@@ -70,6 +70,12 @@ TEST_F(EditorWindow, MarginsMakeTheRectangleWithinLimitsThatKeep32Pixels) {
   EXPECT_EQ(stored.y(), 10);
   controller.cropStepperClick(CropFormAction::kRight, 40);
   EXPECT_EQ(QRect(stored.x(), stored.y(), stored.w(), stored.h()), QRect(0, 428, 600, 32));
+  // Leaving a field stores what it took; a margin under the minimum counts as 0.
+  controller.cropTextDidEndEditing(CropFormAction::kTop, QStringLiteral("100"));
+  EXPECT_EQ(QRect(stored.x(), stored.y(), stored.w(), stored.h()), QRect(0, 100, 600, 360));
+  EXPECT_EQ(+playedRecord().m_cropY, 100);
+  controller.cropTextDidEndEditing(CropFormAction::kTop, QStringLiteral("-3"));
+  EXPECT_EQ(stored.y(), 0);
 
   controller.selectZoom(2);
   EXPECT_EQ(stored.zoom(), 1);  // "16:9"
