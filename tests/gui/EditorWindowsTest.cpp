@@ -161,6 +161,7 @@ TEST_F(EditorWindowsTest, EditorWindowTurnsSlidesAndResetsTheItemAndClosesOnCanc
   top->selectAll();
   QTest::keyClicks(top, QStringLiteral("999"));
   QTest::keyClick(top, Qt::Key_Return);
+  EXPECT_TRUE(dialog.isVisible()) << "Return confirms the field, not the window";
   EXPECT_EQ(top->text(), QStringLiteral("88"));  // 120 - 32
   EXPECT_EQ(second->cropSettingInfo().y(), 88);
   EXPECT_EQ(second->cropSettingInfo().h(), 32);

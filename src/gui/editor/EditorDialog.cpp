@@ -94,7 +94,8 @@ EditorDialog::EditorDialog(MainFormController& main, const NodeInfo::Ptr& node, 
   auto* resetAll = new QPushButton(tr("Reset all"), this);
   auto* done = new QPushButton(tr("Done"), this);
   auto* cancel = new QPushButton(tr("Cancel"), this);
-  done->setDefault(true);
+  // Return confirms a margin field or the watermark text; it never closes the window.
+  for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(resetAll);
   buttons->addStretch();
