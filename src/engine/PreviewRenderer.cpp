@@ -54,6 +54,8 @@ void PreviewRenderer::start() {
 void PreviewRenderer::seek(int64_t positionUs) {
   std::lock_guard lock(mutex_);
   seekTarget_ = std::clamp<int64_t>(positionUs, 0, timeline_.durationUs());
+  // The position is where the preview was sent, before the picture there is decoded.
+  positionUs_ = *seekTarget_;
   steps_ = 0;
   ++requests_;
   wake_.notify_all();

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -15,7 +16,10 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <cmath>
+
 #include "Action/MainFormController.h"
+#include "EventLoopWait.h"
 #include "CommonClass/GlobalSettings.h"
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
@@ -23,6 +27,7 @@
 #include "editor/EditorDialog.h"
 #include "split/SplitDialog.h"
 #include "trim/TrimDialog.h"
+#include "widgets/PreviewView.h"
 #include "widgets/TrimMarkers.h"
 
 namespace {
@@ -143,6 +148,44 @@ TEST_F(EditorWindowsTest, TrimWindowDrawsItsSegmentsAndMarkersAndCommitsOnDone) 
   EXPECT_EQ(names, QStringList({QStringLiteral("second"), QStringLiteral("first_segment01"),
                                 QStringLiteral("first_segment03")}));
   EXPECT_EQ(main.videoData()[1]->trimSettingInfo().startTime(), 2);
+}
+
+TEST_F(EditorWindowsTest, TrimWindowKeysPauseMarkAndMoveThePlayback) {
+  const NodeInfo::Ptr first = main.videoData().front();
+  TrimDialog dialog(main, first);
+  show(dialog);
+  dialog.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  TrimFormController& trim = dialog.controller();
+  const PlayVideo& player = trim.player().player();
+  const auto reaches = [&](double seconds) {
+    return waitUntil([&] { return std::abs(player.getCurrentTime() / 1e6 - seconds) < 0.05; });
+  };
+  auto* play = buttonNamed<QAbstractButton>(&dialog, QStringLiteral("Play"));
+  EXPECT_FALSE(play->isEnabled());
+
+  QTest::keyClick(&dialog, Qt::Key_K);
+  EXPECT_TRUE(play->isEnabled());
+  trim.player().setCurrentTime(2.5);
+  ASSERT_TRUE(reaches(2.5));
+  QTest::keyClick(&dialog, Qt::Key_I);
+  EXPECT_EQ(trim.segments().at(0)->trimSettingInfo().startTime(), 2);
+  QTest::keyClick(&dialog, Qt::Key_J);
+  EXPECT_TRUE(reaches(1.5));
+  trim.player().setCurrentTime(3.5);
+  ASSERT_TRUE(reaches(3.5));
+  QTest::keyClick(&dialog, Qt::Key_O);
+  EXPECT_EQ(trim.segments().at(0)->trimSettingInfo().endTime(), 3);
+
+  // The arrows step the picture the preview shows.
+  const double before = player.getCurrentTime();
+  QTest::keyClick(dialog.findChild<PreviewView*>(), Qt::Key_Right);
+  EXPECT_TRUE(waitUntil([&] { return player.getCurrentTime() > before; }));
+  QTest::keyClick(&dialog, Qt::Key_L);
+  EXPECT_FALSE(play->isEnabled());
+  buttonNamed<QPushButton>(&dialog, QStringLiteral("Cancel"))->click();
+  EXPECT_EQ(main.videoData().size(), 2u);
+  EXPECT_EQ(main.videoData().back()->trimSettingInfo().startTime(), 2);
 }
 
 TEST_F(EditorWindowsTest, EditorWindowTurnsSlidesAndResetsTheItemAndClosesOnCancel) {

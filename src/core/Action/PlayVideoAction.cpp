@@ -90,6 +90,12 @@ void PlayVideoAction::getVideoCurrentTime() {
                                            CommonClass::formatTimeForDouble(length / kMicrosecondsPerSecond)));
 }
 
+void PlayVideoAction::syncSlider() {
+  if (playing_ && !isDragSlider_) {
+    setSlider(sliderMinimum_, player_.getCurrentTime() / kMicrosecondsPerSecond, sliderMaximum_);
+  }
+}
+
 void PlayVideoAction::updateMediaData(const NodeInfo::Ptr& node) {
   NodeInfoAction::setSameEffect(node);
   player_.updateMediaData(node);

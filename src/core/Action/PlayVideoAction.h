@@ -52,6 +52,9 @@ class PlayVideoAction : public QObject {
 
   // The timer's tick: slider and label follow the position; the end is told to the delegate.
   void getVideoCurrentTime();
+  // The slider to the position now, between two ticks, unless it is being dragged:
+  // what is read from it then is never half a second old.
+  void syncSlider();
 
   // The node's settings changed: every child gets them, then the records are rewritten.
   void updateMediaData(const NodeInfo::Ptr& node);

@@ -150,6 +150,7 @@ void TrimFormController::scheduleSeek(double seconds) {
 void TrimFormController::seek(double seconds) { player_.setCurrentTime(seconds); }
 
 void TrimFormController::trimButtonGoLeft() {
+  player_.syncSlider();
   leftMarker_ = inMarkerAt(player_.sliderValue());
   startStepper_ = leftMarker_;
   if (const NodeInfo::Ptr segment = selectedSegment()) {
@@ -161,6 +162,7 @@ void TrimFormController::trimButtonGoLeft() {
 }
 
 void TrimFormController::trimButtonGoRight() {
+  player_.syncSlider();
   rightMarker_ = outMarkerAt(player_.sliderValue());
   endStepper_ = rightMarker_;
   if (const NodeInfo::Ptr segment = selectedSegment()) {

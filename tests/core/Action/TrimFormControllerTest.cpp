@@ -138,7 +138,6 @@ TEST_F(TrimWindow, MarkersWriteTheSelectedSegmentAndSeekOnceTheyRest) {
 
   controller.player().setCurrentTime(2.5);
   ASSERT_TRUE(waitUntil([&] { return std::abs(player.getCurrentTime() / 1e6 - 2.5) < 0.05; }));
-  controller.player().getVideoCurrentTime();
   controller.trimButtonGoLeft();
   EXPECT_EQ(controller.segments().at(0)->trimSettingInfo().startTime(), 2);
 }
