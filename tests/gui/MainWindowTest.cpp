@@ -279,6 +279,38 @@ TEST_F(MainWindowTest, TheDownloadWindowOpensFromTheMenuAndWhatItImportsJoinsThe
   EXPECT_EQ(window->findChildren<DownloadWindow*>().size(), 1) << "kept, not made again";
 }
 
+TEST_F(MainWindowTest, TheMenusCarryTheirKeysAndSelectAllTicksEveryItem) {
+  QMap<QString, QKeySequence> keys;
+  for (QAction* action : window->findChildren<QAction*>()) {
+    if (!action->text().isEmpty()) keys.insert(action->text(), action->shortcut());
+  }
+  const QMap<QString, QKeySequence> expected{
+      {"&Add Files...", QKeySequence::Open},        {"&Download Videos...", QKeySequence("Ctrl+D")},
+      {"&Output Folder...", QKeySequence()},         {"&Quit", QKeySequence::Quit},
+      {"&Trim...", QKeySequence("Ctrl+T")},          {"&Effects...", QKeySequence("Ctrl+E")},
+      {"S&plit...", QKeySequence("Ctrl+L")},         {"Ta&gs...", QKeySequence("Ctrl+I")},
+      {"&Settings...", QKeySequence("Ctrl+P")},      {"&Remove", QKeySequence::Delete},
+      {"Move &Up", QKeySequence("Ctrl+Up")},         {"Move &Down", QKeySequence("Ctrl+Down")},
+      {"Select &All", QKeySequence::SelectAll},      {"&Start", QKeySequence("Ctrl+Return")},
+      {"&Cancel", QKeySequence(Qt::Key_Escape)},     {"&Help", QKeySequence::HelpContents},
+  };
+  for (auto command = expected.begin(); command != expected.end(); ++command) {
+    ASSERT_TRUE(keys.contains(command.key())) << command.key().toStdString();
+    EXPECT_EQ(keys.value(command.key()), command.value()) << command.key().toStdString();
+  }
+  for (const char* command : {"&Support", "Check for &Updates...", "&About"}) {
+    EXPECT_TRUE(keys.contains(QLatin1String(command))) << command;
+  }
+
+  addClips({"one.mp4", "two.mp4"});
+  const NodeInfo::List items = window->controller().videoData();
+  for (const NodeInfo::Ptr& item : items) window->controller().mainList().setSelected(item, false);
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  QTest::keySequence(window.get(), QKeySequence::SelectAll);
+  for (const NodeInfo::Ptr& item : items) EXPECT_TRUE(item->isSelected());
+}
+
 TEST_F(MainWindowTest, TheEditCommandsOpenTheEditorsOnTheCurrentItemWithThePreviewStopped) {
   addClips({"one.mp4"});
   window->mediaList()->setCurrentIndex(window->mediaList()->model()->index(0, 0));

@@ -123,6 +123,11 @@ void MainFormController::clearAllFile() {
   updateListState();
 }
 
+void MainFormController::selectAllItems() {
+  if (isConverting()) return;
+  for (const NodeInfo::Ptr& item : videoData()) mainList().setSelected(item, true);
+}
+
 void MainFormController::mergeNode(const NodeInfo::List& selection) {
   if (isConverting()) return;
   if (const QString refusal = MainListAction::whyMergeRefused(selection); !refusal.isEmpty()) {

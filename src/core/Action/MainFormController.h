@@ -111,6 +111,8 @@ class MainFormController : public QObject,
   void downloadFormDidAddFiles(const QStringList& paths);
 
   void clearAllFile();
+  // Ticks every item of the list, so that all of them convert.
+  void selectAllItems();
   void mergeNode(const NodeInfo::List& selection);
   // Copies the current item's profile to every item when `applyAllChecked`.
   void applyToAll(const NodeInfo::Ptr& current, bool applyAllChecked);

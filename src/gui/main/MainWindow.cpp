@@ -232,37 +232,38 @@ QAction* MainWindow::addCommand(QMenu* menu, const QString& text, const QKeySequ
 void MainWindow::makeMenus() {
   QMenu* file = menuBar()->addMenu(tr("&File"));
   addFilesAction_ = addCommand(file, tr("&Add Files..."), QKeySequence::Open, &MainWindow::addFilesClicked);
-  listCommands_.append(addCommand(file, tr("&Clear List"), QKeySequence(), &MainWindow::clearList));
-  file->addSeparator();
   addCommand(file, tr("&Download Videos..."), QKeySequence(tr("Ctrl+D")), &MainWindow::showDownloads);
+  addCommand(file, tr("&Output Folder..."), QKeySequence(), &MainWindow::chooseOutputFolder);
+  file->addSeparator();
+  listCommands_.append(addCommand(file, tr("&Clear List"), QKeySequence(), &MainWindow::clearList));
   file->addSeparator();
   file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-  itemCommands_.append(addCommand(edit, tr("&Rename"), Qt::Key_F2, &MainWindow::renameCurrent));
-  itemCommands_.append(addCommand(edit, tr("&Tags..."), QKeySequence(tr("Ctrl+I")), &MainWindow::editTags));
-  itemCommands_.append(addCommand(edit, tr("&Properties..."), QKeySequence(tr("Alt+Return")),
+  itemCommands_.append(addCommand(edit, tr("&Trim..."), QKeySequence(tr("Ctrl+T")), &MainWindow::openTrim));
+  itemCommands_.append(addCommand(edit, tr("&Effects..."), QKeySequence(tr("Ctrl+E")), &MainWindow::openEffects));
+  itemCommands_.append(addCommand(edit, tr("S&plit..."), QKeySequence(tr("Ctrl+L")), &MainWindow::openSplit));
+  itemCommands_.append(addCommand(edit, tr("&3D..."), QKeySequence(tr("Ctrl+3")), &MainWindow::open3D));
+  itemCommands_.append(addCommand(edit, tr("Ta&gs..."), QKeySequence(tr("Ctrl+I")), &MainWindow::editTags));
+  itemCommands_.append(addCommand(edit, tr("&Settings..."), QKeySequence(tr("Ctrl+P")), &MainWindow::showSettings));
+  itemCommands_.append(addCommand(edit, tr("Prope&rties..."), QKeySequence(tr("Alt+Return")),
                                   &MainWindow::showProperties));
   edit->addSeparator();
+  itemCommands_.append(addCommand(edit, tr("Re&name"), Qt::Key_F2, &MainWindow::renameCurrent));
+  itemCommands_.append(addCommand(edit, tr("&Remove"), QKeySequence::Delete, &MainWindow::removeCurrent));
   itemCommands_.append(addCommand(edit, tr("Move &Up"), QKeySequence(tr("Ctrl+Up")), &MainWindow::moveCurrentUp));
   itemCommands_.append(
       addCommand(edit, tr("Move &Down"), QKeySequence(tr("Ctrl+Down")), &MainWindow::moveCurrentDown));
-  itemCommands_.append(addCommand(edit, tr("&Remove"), QKeySequence::Delete, &MainWindow::removeCurrent));
+  listCommands_.append(addCommand(edit, tr("Select &All"), QKeySequence::SelectAll, &MainWindow::selectAll));
   listCommands_.append(addCommand(edit, tr("&Merge Ticked Items"), QKeySequence(tr("Ctrl+M")),
                                   &MainWindow::mergeChecked));
   edit->addSeparator();
-  itemCommands_.append(addCommand(edit, tr("&Trim..."), QKeySequence(tr("Ctrl+T")), &MainWindow::openTrim));
-  itemCommands_.append(addCommand(edit, tr("S&plit..."), QKeySequence(tr("Ctrl+Shift+S")), &MainWindow::openSplit));
-  itemCommands_.append(addCommand(edit, tr("&Effects..."), QKeySequence(tr("Ctrl+E")), &MainWindow::openEffects));
-  itemCommands_.append(addCommand(edit, tr("&3D..."), QKeySequence(tr("Ctrl+3")), &MainWindow::open3D));
+  addCommand(edit, tr("&Options..."), QKeySequence(tr("Ctrl+Shift+,")), &MainWindow::showOptions);
 
   QMenu* convert = menuBar()->addMenu(tr("&Convert"));
-  itemCommands_.append(addCommand(convert, tr("&Settings..."), QKeySequence(tr("Ctrl+,")), &MainWindow::showSettings));
-  addCommand(edit, tr("&Options..."), QKeySequence(tr("Ctrl+Shift+,")), &MainWindow::showOptions);
-  convertAction_ = addCommand(convert, tr("&Convert"), QKeySequence(tr("Ctrl+Return")), &MainWindow::startConversion);
-  cancelAction_ = convert->addAction(tr("C&ancel Conversion"), &controller_,
-                                     &MainFormController::cancelConvertButtonClick);
-  cancelAction_->setShortcut(QKeySequence(tr("Ctrl+.")));
+  convertAction_ = addCommand(convert, tr("&Start"), QKeySequence(tr("Ctrl+Return")), &MainWindow::startConversion);
+  cancelAction_ = convert->addAction(tr("&Cancel"), &controller_, &MainFormController::cancelConvertButtonClick);
+  cancelAction_->setShortcut(QKeySequence(Qt::Key_Escape));
 
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   help->addAction(tr("&Help"), QKeySequence::HelpContents, &controller_, &MainFormController::openHelpPage);

@@ -73,6 +73,7 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   void addFilesClicked();
   void clearList();
   void mergeChecked();
+  void selectAll() { controller_.selectAllItems(); }
   void removeCurrent();
   void moveCurrentUp();
   void moveCurrentDown();
