@@ -1,5 +1,7 @@
-// VideoConverter_CheckEncoder: whether this build can write a codec named by
-// its four-character code as it appears in QuickTime-style containers.
+// What this build knows of codecs: VideoConverter_CheckEncoder, whether it can
+// write a codec named by its four-character code as it appears in
+// QuickTime-style containers, and VideoConverter_GetCodecName, the name of a
+// codec the probe reports by number.
 #include <cstring>
 
 #include "videoconverter.h"
@@ -26,4 +28,10 @@ extern "C" int VideoConverter_CheckEncoder(const char* fourCharacterCode) {
   const AVCodecID codecId = av_codec_get_id(tables, tag);
   if (codecId == AV_CODEC_ID_NONE) return 0;
   return encoderFor(codecId) != nullptr ? 1 : 0;
+}
+
+extern "C" const char* VideoConverter_GetCodecName(int32_t codecId) {
+  const AVCodecDescriptor* descriptor = avcodec_descriptor_get(static_cast<AVCodecID>(codecId));
+  if (descriptor == nullptr) return "";
+  return descriptor->long_name != nullptr ? descriptor->long_name : descriptor->name;
 }

@@ -5,34 +5,39 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QApplication>
 #include <QTest>
 #include <QTimer>
-
-#include <functional>
 #include <QToolButton>
 
+#include <functional>
+
+#include "Action/AboutBox.h"
 #include "CommonClass/GlobalSettings.h"
 #include "GeneratedMedia.h"
+#include "Profile/KMVProfileCatalog.h"
 #include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
-#include "Profile/KMVProfileCatalog.h"
+#include "about/AboutDialog.h"
+#include "download/DownloadWindow.h"
+#include "editor/EditorDialog.h"
 #include "main/ConversionRowDelegate.h"
 #include "main/MainWindow.h"
 #include "main/MediaItemDelegate.h"
 #include "main/PreviewPanel.h"
-#include "download/DownloadWindow.h"
-#include "editor/EditorDialog.h"
-#include "split/SplitDialog.h"
-#include "trim/TrimDialog.h"
 #include "options/OptionsDialog.h"
+#include "properties/PropertiesDialog.h"
 #include "settings/SettingsDialog.h"
+#include "split/SplitDialog.h"
 #include "tags/TagEditorDialog.h"
+#include "trim/TrimDialog.h"
 
 namespace {
 
@@ -256,6 +261,26 @@ TEST_F(MainWindowTest, TheSmallWindowsOpenOnTheCurrentItemAndTheOptionsAreStored
   options.accept();
   EXPECT_EQ(options.result(), QDialog::Accepted);
   EXPECT_EQ(photoOutputFormat, QStringLiteral("png"));
+
+  PropertiesDialog properties(*item, window.get());
+  properties.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&properties));
+  keepPicture(&properties, QStringLiteral("properties.png"));
+  EXPECT_TRUE(properties.text().startsWith(QStringLiteral("File\nName: one.mp4\n")));
+  QTest::mouseClick(buttonNamed(&properties, QStringLiteral("Copy")), Qt::LeftButton);
+  EXPECT_EQ(QApplication::clipboard()->text(), properties.text());
+
+  AboutDialog about(AboutBox::read(), window.get());
+  about.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&about));
+  keepPicture(&about, QStringLiteral("about.png"));
+  QLabel* home = nullptr;
+  for (QLabel* label : about.findChildren<QLabel*>()) {
+    if (label->accessibleName() == QStringLiteral("Home page")) home = label;
+  }
+  ASSERT_NE(home, nullptr);
+  emit home->linkActivated(AboutBox::read().homeAddress);
+  EXPECT_EQ(workspace.opened, QStringList{AboutBox::read().homeAddress});
 }
 
 TEST_F(MainWindowTest, TheDownloadWindowOpensFromTheMenuAndWhatItImportsJoinsTheList) {

@@ -243,6 +243,10 @@ int VideoConverter_GetKeyframeTimes(const char* indexPath, int64_t* times, int c
 // Answers 1 when this build has an encoder for the codec with the given
 // four-character code of QuickTime-style containers (such as "apcn"), else 0.
 int VideoConverter_CheckEncoder(const char* fourCharacterCode);
+// The readable name of a codec the probe reports by number (m_VideoFormat,
+// m_AudioFormat), such as "AAC (Advanced Audio Coding)"; an empty text for a
+// number no codec has. The text belongs to the library and never changes.
+const char* VideoConverter_GetCodecName(int32_t codecId);
 
 // Starts converting `count` inputs into one output on the library's threads.
 // The preview arguments are NULL, 640, 480 and 0. Returns 0 when started.

@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
@@ -28,7 +27,7 @@
 #include "CommonClass/PlatformServices.h"
 #include "DesktopNotification.h"
 #include "Profile/KMVProfileCatalog.h"
-#include "ProjectVersion.h"
+#include "about/AboutDialog.h"
 #include "download/DownloadWindow.h"
 #include "editor/EditorDialog.h"
 #include "main/ConversionListModel.h"
@@ -37,6 +36,7 @@
 #include "main/PreviewPanel.h"
 #include "main/ProfileMenu.h"
 #include "options/OptionsDialog.h"
+#include "properties/PropertiesDialog.h"
 #include "settings/SettingsDialog.h"
 #include "split/SplitDialog.h"
 #include "tags/TagEditorDialog.h"
@@ -460,23 +460,14 @@ void MainWindow::showOptions() {
 void MainWindow::showProperties() {
   const NodeInfo::Ptr item = currentItem();
   if (item == nullptr) return;
-  const MediaFileInfo& media = item->mediaFileInfo();
-  const MediaItemSummary summary = MediaItemSummary::of(*item);
-  QStringList lines{tr("File: %1").arg(QDir::toNativeSeparators(item->inputFilename())),
-                    tr("Length: %1").arg(summary.duration), tr("Size: %1").arg(summary.size)};
-  if (summary.hasVideo) {
-    lines.append(tr("Picture: %1, %2 frames per second").arg(summary.resolution).arg(media.frameRate(), 0, 'f', 2));
-  }
-  if (!summary.audioStreams.isEmpty()) lines.append(tr("Audio streams: %1").arg(summary.audioStreams.size() - 1));
-  QMessageBox::information(this, tr("Properties"), lines.join(QLatin1Char('\n')));
+  PropertiesDialog properties(*item, this);
+  properties.exec();
 }
 
 void MainWindow::showAbout() {
   if (controller_.isConverting()) return;
-  QMessageBox::about(this, tr("About %1").arg(kProductName),
-                     tr("<b>%1</b> %2<p>Converts video and audio files, edits them on the way, and downloads "
-                        "videos from web pages.</p>")
-                         .arg(kProductName.toHtmlEscaped(), QLatin1String(kBundleVersion)));
+  AboutDialog about(AboutBox::read(), this);
+  about.exec();
 }
 
 void MainWindow::chooseOutputFolder() {
