@@ -2,21 +2,16 @@
 // and adds the files given.
 
 #include <QApplication>
-#include <QIcon>
 
 #include "Action/ApplicationLifecycle.h"
-#include "CommonClass/StandardPaths.h"
+#include "ApplicationIdentity.h"
 #include "QtPlatformServices.h"
 #include "ValueObject/UIInfoDB.h"
 #include "main/MainWindow.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  ApplicationLifecycle::identifyApplication();
-  QApplication::setDesktopFileName(QStringLiteral("videoconverter"));
-  // The installed theme's icon, else the copy beside the skin.
-  QApplication::setWindowIcon(QIcon::fromTheme(
-      QStringLiteral("videoconverter"), QIcon(StandardPaths::resourcePath() + QStringLiteral("/videoconverter.svg"))));
+  setUpApplicationIdentity();
 
   QtAlertPresenter alerts;
   QtFilePanels panels;
