@@ -46,18 +46,14 @@ class FirstPaint : public QObject {
 int showMainWindow(int argc, char** argv) {
   QApplication app(argc, argv);
   setUpApplicationIdentity();
-  QtAlertPresenter alerts;
-  QtFilePanels panels;
-  QtWorkspace workspace;
-  PlatformServices::install(&alerts, &panels, &workspace);
+  DesktopServices services;
   UIInfoDB db;
   MainWindow window(db);
+  services.setParentWindow(&window);
   FirstPaint told(&window);
   window.startUp();
   window.show();
-  const int status = QApplication::exec();
-  PlatformServices::install(nullptr, nullptr, nullptr);
-  return status;
+  return QApplication::exec();
 }
 
 int showEmptyWidget(int argc, char** argv) {

@@ -38,6 +38,26 @@ class QtWorkspace : public Workspace {
   bool openAddress(const QString& address) override;
 };
 
+// The three services above, installed for the lifetime of the object; the
+// alerts and panels open over the window given.
+class DesktopServices {
+ public:
+  DesktopServices() { PlatformServices::install(&alerts_, &panels_, &workspace_); }
+  ~DesktopServices() { PlatformServices::install(nullptr, nullptr, nullptr); }
+  DesktopServices(const DesktopServices&) = delete;
+  DesktopServices& operator=(const DesktopServices&) = delete;
+
+  void setParentWindow(QWidget* window) {
+    alerts_.setParentWindow(window);
+    panels_.setParentWindow(window);
+  }
+
+ private:
+  QtAlertPresenter alerts_;
+  QtFilePanels panels_;
+  QtWorkspace workspace_;
+};
+
 // The desktop's clipboard.
 class QtPasteboard : public Pasteboard {
  public:

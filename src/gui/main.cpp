@@ -13,23 +13,14 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   setUpApplicationIdentity();
 
-  QtAlertPresenter alerts;
-  QtFilePanels panels;
-  QtWorkspace workspace;
-  PlatformServices::install(&alerts, &panels, &workspace);
-
+  DesktopServices services;
   UIInfoDB db;
-  int status = 0;
-  {
-    MainWindow window(db);
-    alerts.setParentWindow(&window);
-    panels.setParentWindow(&window);
-    window.startUp();
-    window.show();
-    window.addFiles(QApplication::arguments().mid(1));
-    status = QApplication::exec();
-    ApplicationLifecycle::applicationShouldTerminate(window);
-  }
-  PlatformServices::install(nullptr, nullptr, nullptr);
+  MainWindow window(db);
+  services.setParentWindow(&window);
+  window.startUp();
+  window.show();
+  window.addFiles(QApplication::arguments().mid(1));
+  const int status = QApplication::exec();
+  ApplicationLifecycle::applicationShouldTerminate(window);
   return status;
 }

@@ -18,7 +18,6 @@
 #include <memory>
 
 #include "Action/MainFormController.h"
-#include "CommonClass/GlobalSettings.h"
 #include "EventLoopWait.h"
 #include "GeneratedMedia.h"
 #include "ProgramRun.h"
@@ -74,9 +73,7 @@ class EditedItemsConvertTest : public testing::Test {
  protected:
   void SetUp() override {
     TestEnvironment::resetApplicationState();
-    sysTmpPath = media.path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
-    VideoConverter_SetTempPath(media.path().toUtf8().constData());
+    TestEnvironment::useScratchFolders(media.path());
     PlatformServices::install(&alerts, nullptr, &workspace);
     // The main window as the program starts it: its catalogue gives new items their profile.
     window = std::make_unique<MainWindow>(db);

@@ -20,7 +20,6 @@
 
 #include "Action/MainFormController.h"
 #include "EventLoopWait.h"
-#include "CommonClass/GlobalSettings.h"
 #include "GeneratedMedia.h"
 #include "RecordingAlertPresenter.h"
 #include "TestEnvironment.h"
@@ -54,9 +53,7 @@ class EditorWindowsTest : public testing::Test {
  protected:
   void SetUp() override {
     TestEnvironment::resetApplicationState();
-    sysTmpPath = media.path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
-    VideoConverter_SetTempPath(media.path().toUtf8().constData());
+    TestEnvironment::useScratchFolders(media.path());
     PlatformServices::install(&alerts, nullptr, nullptr);
     QSignalSpy finished(&main, &MainFormController::addingFinished);
     main.addFilesToMainList({media.clip(QStringLiteral("first.mp4"), 4, 1, QStringLiteral("320x240")),

@@ -8,6 +8,7 @@
 #include "CommonClass/GlobalSettings.h"
 #include "CommonClass/StandardPaths.h"
 #include "CommonClass/UserDefaults.h"
+#include "videoconverter.h"
 
 namespace TestEnvironment {
 
@@ -21,6 +22,12 @@ void resetApplicationState() {
     defaults.removeObjectForKey(QLatin1String(key));
   }
   defaults.synchronize();
+}
+
+void useScratchFolders(const QString& root) {
+  sysTmpPath = root + QStringLiteral("/scratch");
+  videoImagePath = sysTmpPath + QStringLiteral("/Images");
+  VideoConverter_SetTempPath(root.toUtf8().constData());
 }
 
 ScopedEnvironment::~ScopedEnvironment() {

@@ -47,10 +47,8 @@ class MainWindowCommands : public testing::Test {
     media.write(QStringLiteral("broken.mp4"), "not a film");
     media.write(QStringLiteral("notes.avi"), {});
     TestEnvironment::resetApplicationState();
-    sysTmpPath = media.path(QStringLiteral("scratch"));
-    videoImagePath = sysTmpPath + QStringLiteral("/Images");
+    TestEnvironment::useScratchFolders(media.path());
     DefOutputPath = media.path(QStringLiteral("out"));
-    VideoConverter_SetTempPath(media.path().toUtf8().constData());
     PlatformServices::install(&alerts, &panels, &workspace);
     controller.setOutputFolder(DefOutputPath);
     controller.setCurrentProfile(modeltest::smallProfile());
