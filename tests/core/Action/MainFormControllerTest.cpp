@@ -226,6 +226,32 @@ TEST_F(MainWindowCommands, SnapshotNumbersAdvanceOnlyAfterSuccess) {
   EXPECT_TRUE(QFileInfo(photoOutputPath).isDir());
 }
 
+TEST_F(MainWindowCommands, ACoverGoingIntoWindowsMediaIsAskedAboutOnceAndNoStopsTheRun) {
+  addTwoClips();
+  const QString cover = media.still(QStringLiteral("cover.png"));
+  for (const NodeInfo::Ptr& item : controller.videoData()) {
+    item->setCurProfileSetting(modeltest::smallProfile("asf", "wmv", "wmv2", "wmav2"));
+    item->metaData().setImage(cover);
+  }
+  const QString question =
+      "The WMV/WMA file you're converting cannot be imported to the early version of Windows Movie Maker because it "
+      "includes an album cover.Click \"Yes\" to continue converting, or \"No\" to stop.";
+  alerts.answer = 1;  // "NO"
+  controller.showConverterWindowModal();
+  ASSERT_EQ(alerts.alerts.size(), 1u) << "only the first such item is asked about";
+  EXPECT_EQ(alerts.alerts[0].message, question);
+  EXPECT_EQ(alerts.alerts[0].informativeText, QString());
+  EXPECT_EQ(alerts.alerts[0].buttons, QStringList({"YES", "NO"}));
+  EXPECT_EQ(controller.windowState(), WindowState::kReady);
+
+  alerts.answer = 0;  // "YES"
+  controller.showConverterWindowModal();
+  EXPECT_EQ(controller.windowState(), WindowState::kConverting);
+  ASSERT_TRUE(waitForIdle());
+  EXPECT_TRUE(QFileInfo::exists(DefOutputPath + "/first.wmv"));
+  EXPECT_EQ(alerts.alerts[1].message, question);
+}
+
 TEST_F(MainWindowCommands, TheListCannotChangeWhileConverting) {
   addTwoClips();
   controller.showConverterWindowModal();
