@@ -45,8 +45,8 @@ session() {
         type:*) xdotool type "${action#type:}"; sleep 1 ;;
         wait:*) sleep "${action#wait:}" ;;
         screen:*) import -window root -crop 1180x700+0+0 +repage "${action#screen:}" ;;
-        window:*) spec="${action#window:}"
-          import -window "$(xdotool search --name "^${spec%%:*}\$" | head -n 1)" "${spec#*:}" ;;
+        window:*) target="${action#window:}"
+          import -window "$(xdotool search --name "^${target%%:*}\$" | head -n 1)" "${target#*:}" ;;
       esac
     done
     kill "$app" 2>/dev/null || true
