@@ -165,7 +165,12 @@ TEST_F(MainWindowTest, RenamingInPlaceKeepsTheRulesOfNames) {
 }
 
 TEST_F(MainWindowTest, AConversionShowsItsRowsThenReturnsToTheList) {
+  // An empty list shows how to add files in its place.
+  QPushButton* welcomeAdd = buttonNamed(window.get(), QStringLiteral("Add Files..."));
+  EXPECT_TRUE(welcomeAdd->isVisible());
+  EXPECT_FALSE(window->mediaList()->isVisible());
   addClips({"one.mp4", "two.mp4"});
+  EXPECT_FALSE(welcomeAdd->isVisible());
   QSignalSpy states(&window->controller(), &MainFormController::windowStateChanged);
   QTest::mouseClick(buttonNamed(window.get(), QStringLiteral("Convert")), Qt::LeftButton);
   ASSERT_TRUE(window->controller().isConverting());

@@ -15,6 +15,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStackedLayout>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolButton>
@@ -148,16 +149,34 @@ QWidget* MainWindow::makeListPage() {
   });
   connect(listModel_, &QAbstractItemModel::rowsRemoved, this, &MainWindow::currentItemChanged);
 
-  emptyHint_ = new QLabel(tr("Drop video or audio files here, or choose Add Files (Ctrl+O)."), page);
-  emptyHint_->setAlignment(Qt::AlignCenter);
-  emptyHint_->setWordWrap(true);
-  emptyHint_->setForegroundRole(QPalette::PlaceholderText);
-
-  auto* layout = new QVBoxLayout(page);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(emptyHint_);
-  layout->addWidget(list_, 1);
+  listPages_ = new QStackedLayout(page);
+  listPages_->addWidget(list_);
+  listPages_->addWidget(makeWelcome(page));
   return page;
+}
+
+QWidget* MainWindow::makeWelcome(QWidget* parent) {
+  auto* welcome = new QWidget(parent);
+  welcome->setAutoFillBackground(true);
+  welcome->setBackgroundRole(QPalette::Base);
+  auto* picture = new QLabel(welcome);
+  const QIcon icon = windowIcon().isNull() ? skin_.videoImage : windowIcon();
+  picture->setPixmap(icon.pixmap(QSize(96, 96)));
+  picture->setAlignment(Qt::AlignCenter);
+  auto* hint = new QLabel(tr("Drop video or audio files here, or choose Add Files (Ctrl+O)."), welcome);
+  hint->setAlignment(Qt::AlignCenter);
+  hint->setWordWrap(true);
+  hint->setForegroundRole(QPalette::PlaceholderText);
+  auto* add = new QPushButton(tr("Add Files..."), welcome);
+  connect(add, &QPushButton::clicked, this, &MainWindow::addFilesClicked);
+
+  auto* layout = new QVBoxLayout(welcome);
+  layout->addStretch();
+  layout->addWidget(picture);
+  layout->addWidget(hint);
+  layout->addWidget(add, 0, Qt::AlignHCenter);
+  layout->addStretch();
+  return welcome;
 }
 
 QWidget* MainWindow::makeBottomBar() {
@@ -309,7 +328,7 @@ void MainWindow::showWindowState(MainFormController::WindowState state) {
   const bool converting = state == State::kConverting;
   const bool hasItems = state == State::kReady;
   pages_->setCurrentIndex(converting ? 1 : 0);
-  emptyHint_->setVisible(state == State::kEmpty);
+  listPages_->setCurrentIndex(state == State::kEmpty ? 1 : 0);
   cancelButton_->setVisible(converting);
   convertButton_->setVisible(!converting);
   for (QWidget* control : std::initializer_list<QWidget*>{profileButton_, settingsButton_, applyToAll_,

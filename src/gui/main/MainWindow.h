@@ -23,6 +23,7 @@ class QLineEdit;
 class QListView;
 class QProgressBar;
 class QPushButton;
+class QStackedLayout;
 class QStackedWidget;
 class QToolButton;
 
@@ -59,6 +60,8 @@ class MainWindow : public QMainWindow, public MainWindowShell {
 
  private:
   QWidget* makeListPage();
+  // What the list's place shows while the list is empty: how to add files.
+  QWidget* makeWelcome(QWidget* parent);
   QWidget* makeBottomBar();
   void makeMenus();
   QAction* addCommand(QMenu* menu, const QString& text, const QKeySequence& keys, void (MainWindow::*slot)());
@@ -110,7 +113,7 @@ class MainWindow : public QMainWindow, public MainWindowShell {
   QStackedWidget* pages_ = nullptr;
   QListView* list_ = nullptr;
   QListView* convertList_ = nullptr;
-  QLabel* emptyHint_ = nullptr;
+  QStackedLayout* listPages_ = nullptr;  // the list, or the welcome while it is empty
   PreviewPanel* preview_ = nullptr;
   DownloadWindow* downloads_ = nullptr;
   QToolButton* profileButton_ = nullptr;
